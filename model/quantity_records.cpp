@@ -1,0 +1,89 @@
+#include "model/quantity_records.h"
+
+#include "model/message_sink.h"
+#include "model/names.h"
+#include "model/numbers.h"
+#include "model/text.h"
+#include "model/xml_util.h"
+
+CIfcQuantityName::~CIfcQuantityName() = default;
+CIfcQuantitySet::~CIfcQuantitySet() = default;
+CIfcType::~CIfcType() = default;
+CIfcObject::~CIfcObject() = default;
+
+namespace orvane::xml {
+namespace {
+
+using tinyxml2::XMLElement;
+using tinyxml2::XMLPrinter;
+
+// The kind named by a "TypeQuorsel" literal; an unknown one reads as a length.
+int32_t measureTypeOf(const char* literal) {
+  for (int32_t kind = 0; kind < kQuantityMeasureCount; ++kind)
+    if (equalsNoCase(literal, QuantityMeasureNames[kind])) return kind;
+  return LengthMeasure;
+}
+
+}  // namespace
+
+int readQuantity(const XMLElement& element, CIfcQuantityName& record) {
+  return guardedRead("Error lectura XML. CIfcQuantityName", [&] {
+    copyText(record.name, requiredAttribute(element, "Name"));
+    record.exported = equalsNoCase(requiredAttribute(element, "Export"), "yes");
+    // A kind outside the three is written without "TypeQuorsel", so its absence reads as a length
+    // rather than failing: a saved document always reads back.
+    record.measureType = LengthMeasure;
+    if (const char* literal = element.Attribute("TypeQuorsel")) record.measureType = measureTypeOf(literal);
+    copyText(record.description, textOrEmpty(requiredChild(element, "Description")));
+    record.value = readReal(textOrEmpty(requiredChild(element, "Value")));
+  });
+}
+
+int readQuantitySet(const XMLElement& element, CIfcQuantitySet& record) {
+  return guardedRead("Error lectura XML. CIfcQuantitySet", [&] {
+    copyText(record.name, requiredAttribute(element, "Name"));
+    copyText(record.description, requiredAttribute(element, "Description"));
+    copyText(record.typeZep, requiredAttribute(element, "typeZep"));
+    forEachChild(element, "QuantityName", [&](const XMLElement& child) {
+      CIfcQuantityName quantity;
+      if (readQuantity(child, quantity) == 1) record.quantities.push_back(quantity);
+      return true;  // a quantity that fails is left out; the set still reads
+    });
+  });
+}
+
+int readType(const XMLElement& element, CIfcType& record) {
+  return guardedRead("Error lectura XML. CIfcType", [&] { copyText(record.name, requiredText(element)); });
+}
+
+int readObject(const XMLElement& element, CIfcObject& record) {
+  return guardedRead("Error lectura XML. CIfcObject", [&] { copyText(record.name, requiredText(element)); });
+}
+
+void writeQuantity(XMLPrinter& out, const CIfcQuantityName& record) {
+  out.OpenElement("QuantityName");
+  out.PushAttribute("Name", record.name);
+  if (record.measureType >= 0 && record.measureType < kQuantityMeasureCount)
+    out.PushAttribute("TypeQuorsel", QuantityMeasureNames[record.measureType]);
+  out.PushAttribute("Export", record.exported ? "Yes" : "No");
+  writeTextElement(out, "Description", record.description);
+  writeTextElement(out, "Value", formatReal3(record.value).c_str());
+  out.CloseElement();
+}
+
+void writeQuantitySet(XMLPrinter& out, const CIfcQuantitySet& record) {
+  out.OpenElement("QuantitySet");
+  out.PushAttribute("Name", record.name);
+  out.PushAttribute("Description", record.description);
+  out.PushAttribute("typeZep", record.typeZep);
+  for (const CIfcQuantityName& quantity : record.quantities) writeQuantity(out, quantity);
+  out.CloseElement();
+}
+
+void writeType(XMLPrinter& out, const CIfcType& record) { writeTextElement(out, "TypeQuorsel", record.name); }
+
+void writeObject(XMLPrinter& out, const CIfcObject& record) {
+  writeTextElement(out, "ObjectQuorsel", record.name);
+}
+
+}  // namespace orvane::xml

@@ -1,0 +1,63 @@
+// Builds property-set and quantity-set XML texts and loads them through the documents' own readers.
+#ifndef ORVANE_TESTS_DOCUMENTS_H
+#define ORVANE_TESTS_DOCUMENTS_H
+
+#include <string>
+#include <string_view>
+
+#include "orvane/ifc_proyect_pset.h"
+#include "orvane/ifc_proyect_qset.h"
+#include "support/temp_dir.h"
+
+namespace orvane::test {
+
+inline std::string psetFile(std::string_view enums, std::string_view sets,
+                            std::string_view relations = "") {
+  return "<?xml version=\"1.0\" encoding=\"UTF8\"?>\n<PropertySetsBIM><TypesEnum>" + std::string(enums) +
+         "</TypesEnum><PropertiesSet>" + std::string(sets) + "</PropertiesSet><RelationsIfcElementWithPSet>" +
+         std::string(relations) + "</RelationsIfcElementWithPSet></PropertySetsBIM>\n";
+}
+
+inline std::string qsetFile(std::string_view types, std::string_view objects, std::string_view sets) {
+  return "<?xml version=\"1.0\"?>\n<QuantitiesSetQuorsel><TypesQuorsel>" + std::string(types) +
+         "</TypesQuorsel><ObjectsQuorsel>" + std::string(objects) + "</ObjectsQuorsel><QuantitiesSet>" +
+         std::string(sets) + "</QuantitiesSet></QuantitiesSetQuorsel>\n";
+}
+
+// A "PropertyName" element with the given type word and value text.
+inline std::string property(std::string_view name, std::string_view type, std::string_view value,
+                            std::string_view extra = "Optional=\"No\" Unit=\"\" Rule=\"\"") {
+  return "<PropertyName Name=\"" + std::string(name) + "\" " + std::string(extra) + " Type=\"" +
+         std::string(type) + "\"><Description>d</Description><Value>" + std::string(value) +
+         "</Value></PropertyName>";
+}
+
+inline std::string propertySet(std::string_view name, std::string_view properties = "") {
+  return "<PropertySet Name=\"" + std::string(name) + "\" Description=\"\">" + std::string(properties) +
+         "</PropertySet>";
+}
+
+// Writes `xml` to a file in `dir` and reads it into a fresh document; `result` gets lee's result.
+template <class Document>
+Document load(const TempDir& dir, std::string_view xml, int* result = nullptr) {
+  const std::string path = dir.file("in.xml");
+  writeBytes(path, xml);
+  Document document;
+  const int got = document.lee(path.c_str());
+  if (result != nullptr) *result = got;
+  return document;
+}
+
+// Saves `document` and reads it back into a fresh one.
+template <class Document>
+Document roundTrip(const TempDir& dir, Document& document) {
+  const std::string path = dir.file("round.xml");
+  document.graba(path.c_str());
+  Document again;
+  again.lee(path.c_str());
+  return again;
+}
+
+}  // namespace orvane::test
+
+#endif
