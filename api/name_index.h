@@ -1,0 +1,102 @@
+// Finding sets and their members by name, ignoring ASCII case, in constant time, for the merges of
+// host records into documents. A merge of n records into a document of m sets would otherwise walk
+// the sets for every record; with 100,000 records that dwarfs loading and saving the file.
+//
+// Every lookup keeps what a walk in list order would find: the FIRST record of a name.
+#ifndef ORVANE_API_NAME_INDEX_H
+#define ORVANE_API_NAME_INDEX_H
+
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "model/text.h"
+
+namespace orvane::api {
+
+// Positions in one list by name. Names are compared as compareNoCase does.
+class NameIndex {
+ public:
+  // The position of the first name equal to `name`, if any.
+  std::optional<std::size_t> find(std::string_view name) const;
+
+  // Records that the list holds `name` at `position`. A name already indexed keeps its earlier
+  // position, so adding in list order indexes the first of each name.
+  void add(std::string_view name, std::size_t position);
+
+  void reserve(std::size_t count) { positions_.reserve(count); }
+
+ private:
+  struct FoldedHash {
+    using is_transparent = void;
+    std::size_t operator()(std::string_view name) const noexcept;
+  };
+  struct FoldedEqual {
+    using is_transparent = void;
+    bool operator()(std::string_view a, std::string_view b) const noexcept;
+  };
+  std::unordered_map<std::string, std::size_t, FoldedHash, FoldedEqual> positions_;
+};
+
+// A list of sets (each with a `name` and a list of members reached through `Members`) with an
+// index of the sets and, made the first time a set's members are searched, one of its members.
+// The list may only grow through this object while it lives, so the indices stay true.
+template <class Set, class Member, std::vector<Member> Set::*Members>
+class IndexedSets {
+ public:
+  explicit IndexedSets(std::vector<Set>& sets) : sets_(sets) {
+    sets_index_.reserve(sets.size());
+    for (std::size_t i = 0; i < sets.size(); ++i) sets_index_.add(fieldText(sets[i].name), i);
+  }
+
+  // The position of the first set named `name`; a new empty set of that name is appended first
+  // when there is none.
+  std::size_t findOrAppend(std::string_view name) {
+    if (std::optional<std::size_t> found = sets_index_.find(name)) return *found;
+    Set set;
+    copyText(set.name, name);
+    sets_.push_back(std::move(set));
+    sets_index_.add(fieldText(sets_.back().name), sets_.size() - 1);
+    return sets_.size() - 1;
+  }
+
+  Set& at(std::size_t set) { return sets_[set]; }
+
+  // The first member of set `set` named `name`, or null.
+  Member* findMember(std::size_t set, std::string_view name) {
+    std::optional<std::size_t> found = membersOf(set).find(name);
+    return found ? &(sets_[set].*Members)[*found] : nullptr;
+  }
+
+  void appendMember(std::size_t set, const Member& member) {
+    NameIndex& index = membersOf(set);
+    std::vector<Member>& members = sets_[set].*Members;
+    members.push_back(member);
+    index.add(fieldText(members.back().name), members.size() - 1);
+  }
+
+ private:
+  NameIndex& membersOf(std::size_t set) {
+    if (member_indices_.size() <= set) member_indices_.resize(sets_.size());
+    std::unique_ptr<NameIndex>& index = member_indices_[set];
+    if (!index) {
+      index = std::make_unique<NameIndex>();
+      const std::vector<Member>& members = sets_[set].*Members;
+      index->reserve(members.size());
+      for (std::size_t i = 0; i < members.size(); ++i) index->add(fieldText(members[i].name), i);
+    }
+    return *index;
+  }
+
+  std::vector<Set>& sets_;
+  NameIndex sets_index_;
+  std::vector<std::unique_ptr<NameIndex>> member_indices_;
+};
+
+}  // namespace orvane::api
+
+#endif
