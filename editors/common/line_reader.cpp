@@ -1,0 +1,36 @@
+#include "editors/common/line_reader.h"
+
+namespace orvane {
+
+char* readTextLine(char* buffer, int size, std::FILE* stream) {
+  if (buffer == nullptr || stream == nullptr || size < 1) return nullptr;
+  int count = 0;
+  bool failed = false;
+  while (count < size - 1) {
+    int c = std::getc(stream);
+    if (c == EOF) {
+      failed = std::ferror(stream) != 0;
+      break;
+    }
+    if (c == '\r') {
+      const int next = std::getc(stream);
+      if (next == '\n') {
+        c = '\n';
+      } else if (next != EOF) {
+        std::ungetc(next, stream);
+      } else if (!std::ferror(stream)) {
+        // The CR ends the file. Looking past it is no read of the line: the next read finds the end.
+        std::clearerr(stream);
+      } else {
+        failed = true;
+      }
+    }
+    buffer[count++] = static_cast<char>(c);
+    if (c == '\n' || failed) break;
+  }
+  if (count == 0 && size > 1) return nullptr;  // the buffer keeps what it held
+  buffer[count] = '\0';
+  return failed ? nullptr : buffer;
+}
+
+}  // namespace orvane

@@ -1,0 +1,143 @@
+// Conversions between the records' narrow texts (UTF-8 or Windows-1252) and the controls' wide
+// text, on Spanish texts, broken input and cuts into fixed fields.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <random>
+#include <string>
+
+#include "editors/common/text_codec.h"
+
+using orvane::encodeUtf8;
+using orvane::fromAnsi;
+using orvane::fromUtf8;
+using orvane::toAnsi;
+using orvane::toUtf8;
+using orvane::toUtf8Bounded;
+
+TEST(AnsiText, SpanishTextBothWays) {
+  EXPECT_EQ(fromAnsi("Descripci\xF3n"), u"Descripción");
+  EXPECT_EQ(fromAnsi("\xBA" "C"), u"ºC");
+  EXPECT_EQ(fromAnsi("A\xF1o"), u"Año");
+  EXPECT_EQ(fromAnsi("\x80"), u"€");
+  EXPECT_EQ(fromAnsi("\xBF" "Continuar?"), u"¿Continuar?");
+  EXPECT_EQ(toAnsi(u"Descripción"), "Descripci\xF3n");
+  EXPECT_EQ(toAnsi(u"ºC"), "\xBA" "C");
+  EXPECT_EQ(toAnsi(u"AÑO año"), "A\xD1O a\xF1o");
+  EXPECT_EQ(toAnsi(u"20 €"), "20 \x80");
+}
+
+TEST(AnsiText, EveryByteSurvivesARoundTrip) {
+  std::string all;
+  for (int b = 1; b < 256; ++b) all += static_cast<char>(b);
+  const std::u16string wide = fromAnsi(all);
+  EXPECT_EQ(wide.size(), all.size());  // one character per byte, none replaced
+  EXPECT_EQ(wide.find(u'\uFFFD'), std::u16string::npos);
+  EXPECT_EQ(toAnsi(wide), all);
+}
+
+TEST(AnsiText, UndefinedBytesReadAsTheControlsOfTheirValue) {
+  EXPECT_EQ(fromAnsi("a\x81" "b\x8D\x8F\x90\x9D"), u"a\u0081b\u008D\u008F\u0090\u009D");
+  EXPECT_EQ(toAnsi(u"\u0081\u009D"), "\x81\x9D");
+  EXPECT_EQ(toAnsi(u"\u0080"), "?");  // the other C1 controls have no byte: 0x80 is "€"
+}
+
+TEST(AnsiText, MissingCharactersBecomeOneQuestionMarkEach) {
+  EXPECT_EQ(toAnsi(u"Łódź"), "?\xF3" "d?");
+  EXPECT_EQ(toAnsi(u"a\U0001F600b"), "a?b");  // a surrogate pair is one character
+  EXPECT_EQ(toAnsi(u"a\xD800" "b"), "a?b");   // a lone surrogate too
+  EXPECT_EQ(toAnsi(u"a\xDC00"), "a?");
+  EXPECT_EQ(toAnsi(u"\xD800"), "?");
+}
+
+TEST(AnsiText, EmptyAndEmbeddedZero) {
+  EXPECT_EQ(fromAnsi(""), u"");
+  EXPECT_EQ(toAnsi(u""), "");
+  EXPECT_EQ(fromAnsi(std::string("a\0b", 3)), std::u16string(u"a\0b", 3));
+}
+
+TEST(Utf8Text, SpanishTextBothWays) {
+  EXPECT_EQ(fromUtf8("Descripci\xC3\xB3n"), u"Descripción");
+  EXPECT_EQ(fromUtf8("\xC2\xBA" "C"), u"ºC");
+  EXPECT_EQ(toUtf8(u"Año"), "A\xC3\xB1o");
+  EXPECT_EQ(toUtf8(u"€"), "\xE2\x82\xAC");
+  EXPECT_EQ(toUtf8(u"\U0001F600"), "\xF0\x9F\x98\x80");
+  EXPECT_EQ(fromUtf8("\xF0\x9F\x98\x80"), u"\U0001F600");
+  EXPECT_EQ(orvane::u16("Validación"), u"Validación");
+  EXPECT_EQ(orvane::u16(nullptr), u"");
+}
+
+TEST(Utf8Text, EachInvalidByteBecomesOneReplacement) {
+  EXPECT_EQ(fromUtf8("a\xFF" "b"), u"a\uFFFDb");
+  EXPECT_EQ(fromUtf8("A\xF1o"), u"A\uFFFDo");                   // Windows-1252 read as UTF-8
+  EXPECT_EQ(fromUtf8("\x80\xBF"), u"\uFFFD\uFFFD");             // stray continuation bytes
+  EXPECT_EQ(fromUtf8("\xC0\xAF"), u"\uFFFD\uFFFD");             // overlong "/"
+  EXPECT_EQ(fromUtf8("\xED\xA0\x80"), u"\uFFFD\uFFFD\uFFFD");   // an encoded surrogate
+  EXPECT_EQ(fromUtf8("\xF4\x90\x80\x80"), u"\uFFFD\uFFFD\uFFFD\uFFFD");  // beyond U+10FFFF
+  EXPECT_EQ(fromUtf8("ab\xE2\x82"), u"ab\uFFFD\uFFFD");         // cut short at the end
+  EXPECT_EQ(fromUtf8("\xE2\x82" "c\xC3\xB1"), u"\uFFFD\uFFFDcñ");  // cut short, then valid again
+}
+
+TEST(Utf8Text, LoneSurrogatesBecomeReplacements) {
+  EXPECT_EQ(toUtf8(u"a\xD800" "b"), "a\xEF\xBF\xBD" "b");
+  EXPECT_EQ(toUtf8(u"a\xDC00"), "a\xEF\xBF\xBD");
+  EXPECT_EQ(toUtf8(u"\xD83D"), "\xEF\xBF\xBD");  // high half at the very end
+  EXPECT_EQ(toUtf8(u"\xDC00\xD800"), "\xEF\xBF\xBD\xEF\xBF\xBD");  // halves in the wrong order
+}
+
+TEST(Utf8Text, ArbitraryBytesNeverBreakTheConversion) {
+  std::mt19937 random(1252);
+  std::uniform_int_distribution<int> byte(0, 255);
+  std::uniform_int_distribution<int> length(0, 64);
+  for (int round = 0; round < 2000; ++round) {
+    std::string bytes(static_cast<std::size_t>(length(random)), '\0');
+    for (char& c : bytes) c = static_cast<char>(byte(random));
+    const std::u16string wide = fromUtf8(bytes);
+    EXPECT_LE(wide.size(), bytes.size());
+    // What comes out is valid UTF-8 that reads back to the same wide text.
+    EXPECT_EQ(fromUtf8(toUtf8(wide)), wide) << "round " << round;
+  }
+}
+
+TEST(Utf8Text, LongTextsConvertWhole) {
+  std::u16string wide;
+  for (int i = 0; i < 3000; ++i) wide += u"ñ€";  // far beyond any internal chunk
+  const std::string utf8 = toUtf8(wide);
+  EXPECT_EQ(utf8.size(), 3000u * 5);
+  EXPECT_EQ(fromUtf8(utf8), wide);
+  EXPECT_EQ(fromAnsi(toAnsi(wide)), wide);
+}
+
+TEST(BoundedUtf8, CutsNeverSplitACharacter) {
+  EXPECT_EQ(toUtf8Bounded(u"Descripción", 10), "Descripci");  // "ó" would take bytes 10 and 11
+  EXPECT_EQ(toUtf8Bounded(u"Descripción", 11), "Descripci\xC3\xB3");
+  EXPECT_EQ(toUtf8Bounded(u"ab€", 4), "ab");
+  EXPECT_EQ(toUtf8Bounded(u"ab€", 5), "ab\xE2\x82\xAC");
+  EXPECT_EQ(toUtf8Bounded(u"a\U0001F600", 4), "a");
+  EXPECT_EQ(toUtf8Bounded(u"a\U0001F600", 5), "a\xF0\x9F\x98\x80");
+  EXPECT_EQ(toUtf8Bounded(u"Año", 0), "");
+  EXPECT_EQ(toUtf8Bounded(u"Año", 100), "A\xC3\xB1o");
+}
+
+TEST(BoundedUtf8, FieldGetsAtMostItsSizeWithTerminator) {
+  char field[12];
+  std::fill(std::begin(field), std::end(field), '#');
+  encodeUtf8(field, 11, u"Descripción");  // 12 bytes of text into 10 and a terminator
+  EXPECT_STREQ(field, "Descripci");
+  EXPECT_EQ(field[10], '#');  // nothing past the given size
+
+  encodeUtf8(field, u"Año");
+  EXPECT_STREQ(field, "A\xC3\xB1o");
+
+  char record[512];
+  std::u16string many(600, u'ñ');
+  encodeUtf8(record, many);
+  EXPECT_EQ(std::string(record), toUtf8(std::u16string(255, u'ñ')));  // 510 bytes: no half "ñ"
+  encodeUtf8(record, 256, many);
+  EXPECT_EQ(std::string(record).size(), 254u);  // the editors' 256-byte limit
+
+  char untouched[4] = "abc";
+  encodeUtf8(untouched, 0, u"x");
+  encodeUtf8(nullptr, 8, u"x");
+  EXPECT_STREQ(untouched, "abc");
+}
