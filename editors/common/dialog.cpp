@@ -1,0 +1,8 @@
+#include "editors/common/dialog.h"
+
+namespace orvane {
+
+DialogServices::~DialogServices() = default;
+Dialog::~Dialog() = default;
+
+}  // namespace orvane

@@ -1,0 +1,81 @@
+// Common ground for the editor tests: the host's message file loaded, scripted services, and small
+// builders of records.
+#ifndef ORVANE_TESTS_EDITOR_FIXTURE_H
+#define ORVANE_TESTS_EDITOR_FIXTURE_H
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "editors/common/messages.h"
+#include "orvane/ifc_property_set.h"
+#include "orvane/ifc_quantity_set.h"
+#include "support/scripted_services.h"
+
+namespace orvane::test {
+
+class EditorTest : public ::testing::Test {
+ protected:
+  void SetUp() override { setRutaMensajes(ORVANE_TEST_DATA "/messages.txt"); }
+  void TearDown() override {
+    liberaMensajes();
+    EXPECT_TRUE(services.allScriptsPlayed()) << "a scripted dialog never opened";
+  }
+
+  ScriptedServices services;
+};
+
+template <std::size_t N>
+void setText(char (&field)[N], const char* text) {
+  std::strncpy(field, text, N - 1);
+  field[N - 1] = '\0';
+}
+
+inline CIfcPropertyName makeProperty(const char* name, int32_t type = PropertyString, const char* text = "") {
+  CIfcPropertyName p;
+  setText(p.name, name);
+  p.valueType = type;
+  setText(p.textValue, text);
+  return p;
+}
+
+inline CIfcPropertySet makeSet(const char* name, std::vector<CIfcPropertyName> properties = {}) {
+  CIfcPropertySet set;
+  setText(set.name, name);
+  set.properties = std::move(properties);
+  return set;
+}
+
+inline CIfcEnum makeEnum(const char* name, std::vector<std::pair<int, const char*>> values) {
+  CIfcEnum type;
+  setText(type.name, name);
+  for (auto [code, text] : values) {
+    CIfcNodoEnum value;
+    value.value = code;
+    setText(value.text, text);
+    type.elements.push_back(value);
+  }
+  return type;
+}
+
+inline CIfcQuantityName makeQuantity(const char* name, int32_t kind = AreaMeasure, double value = 0.0,
+                                     bool exported = true) {
+  CIfcQuantityName q;
+  setText(q.name, name);
+  q.measureType = kind;
+  q.value = value;
+  q.exported = exported;
+  return q;
+}
+
+inline CIfcQuantitySet makeQuantitySet(const char* name, std::vector<CIfcQuantityName> quantities = {}) {
+  CIfcQuantitySet set;
+  setText(set.name, name);
+  set.quantities = std::move(quantities);
+  return set;
+}
+
+}  // namespace orvane::test
+
+#endif
