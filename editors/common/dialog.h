@@ -69,8 +69,12 @@ class Dialog {
   bool ended() const { return result_ != 0; }
   int result() const { return result_; }
 
-  // Shows this dialog modally through the services and returns its result.
-  int run() { return services_.runModal(*this); }
+  // Shows this dialog modally through the services and returns its result. A dialog shown again
+  // (the set list after a save-as) starts without its previous result.
+  int run() {
+    result_ = 0;
+    return services_.runModal(*this);
+  }
 
  protected:
   void end(int result) { result_ = result; }
