@@ -1,0 +1,100 @@
+// Common ground for the view tests: a QApplication on the offscreen platform, services that record
+// message boxes instead of blocking on them, a way to act on a modal dialog from inside its own
+// event loop, and small helpers that click and read widgets.
+#ifndef ORVANE_TESTS_UI_FIXTURE_H
+#define ORVANE_TESTS_UI_FIXTURE_H
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QPushButton>
+#include <QString>
+#include <QTableWidget>
+#include <QTest>
+#include <deque>
+#include <functional>
+#include <optional>
+#include <string>
+#include <typeinfo>
+#include <vector>
+
+#include "editors/common/messages.h"
+#include "ui/qt_services.h"
+#include "ui/report_list.h"
+
+namespace orvane::test {
+
+// Message boxes, questions and file pickers are recorded and answered from queues; nested dialogs
+// open as real views.
+class RecordingQtServices : public QtDialogServices {
+ public:
+  std::deque<bool> answers;
+  std::deque<std::optional<std::u16string>> pickedFiles;
+  std::vector<std::u16string> messages;
+  std::vector<std::u16string> questions;
+  std::vector<FilePickerOptions> pickers;
+
+  void showMessage(std::u16string_view text) override { messages.emplace_back(text); }
+  bool askYesNo(std::u16string_view text) override;
+  std::optional<std::u16string> pickFileToOpen(const FilePickerOptions& options) override { return nextFile(options); }
+  std::optional<std::u16string> pickFileToSave(const FilePickerOptions& options) override { return nextFile(options); }
+
+ private:
+  std::optional<std::u16string> nextFile(const FilePickerOptions& options);
+};
+
+// Calls `act` on the next modal dialog of type `Window` to open, from inside its event loop (a
+// modal dialog opened by a click blocks the click until it closes). The dialog is waited for a few
+// seconds; one that `act` leaves open is then rejected.
+void whenModalOpens(const std::type_info& window, std::function<void(QWidget&)> act);
+
+template <class Window>
+void whenDialogOpens(std::function<void(Window&)> act) {
+  whenModalOpens(typeid(Window), [act = std::move(act)](QWidget& widget) { act(dynamic_cast<Window&>(widget)); });
+}
+
+class UiTest : public ::testing::Test {
+ protected:
+  void SetUp() override;
+  void TearDown() override;
+
+  // Starts `logic` and shows `view` over it, as runModal does, but without blocking.
+  template <class View, class Logic>
+  void open(View& view, Logic& logic) {
+    logic.start();
+    view.showState();
+    view.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&view));
+  }
+
+  RecordingQtServices services;
+};
+
+// The named child of `window`; the test fails when there is none.
+template <class Widget>
+Widget* child(const QWidget& window, const char* name) {
+  Widget* found = window.findChild<Widget*>(QString::fromLatin1(name));
+  if (found == nullptr) ADD_FAILURE() << "no widget named " << name;
+  return found;
+}
+
+void click(const QWidget& window, const char* buttonName);
+void clickRow(QTableWidget* list, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+void clickBelowRows(QTableWidget* list);
+void doubleClickAt(QWidget* widget, QPoint position, Qt::MouseButton button = Qt::LeftButton);
+void doubleClickRow(QTableWidget* list, int row, Qt::MouseButton button = Qt::LeftButton);
+void typeInto(const QWidget& window, const char* editName, const QString& text);
+// What a user choosing entry `index` of a drop-down list does to it.
+void choose(const QWidget& window, const char* comboName, int index);
+
+// Lets the event loop run what the last action posted, and what that posted in turn.
+void settle();
+
+QStringList rowTexts(const QTableWidget* list, int row);
+QStringList columnTitles(const QTableWidget* list);
+QString q(const std::u16string& text);
+std::u16string u(const char* utf8);
+
+}  // namespace orvane::test
+
+#endif

@@ -1,0 +1,52 @@
+// A report-style list: the columns and rows of a ListViewState in a table with grid lines, whole-row
+// selection and hover highlight. Clicks and double clicks report the row under the pointer, -1 off
+// the rows, which is what the dialogs' selectRow and edit operations take.
+#ifndef ORVANE_UI_REPORT_LIST_H
+#define ORVANE_UI_REPORT_LIST_H
+
+#include <QTableWidget>
+#include <vector>
+
+#include "editors/common/dialog.h"
+
+namespace orvane {
+
+class ReportList : public QTableWidget {
+  Q_OBJECT
+
+ public:
+  explicit ReportList(QWidget* parent = nullptr);
+
+  // Shows `state`. Columns and rows are rebuilt only when they changed, so a selection the user
+  // made survives operations that leave the list alone; then the state's row is revealed.
+  void showState(const ListViewState& state);
+
+  // The set list lets several rows be selected for "Guardar como...".
+  void allowSeveralRows(bool several);
+  // The selected rows, from the top.
+  std::vector<int> selectedRows() const;
+
+ signals:
+  void rowClicked(int row);
+  void rowDoubleClicked(int row, Qt::MouseButton button);  // the left or the right button
+
+ protected:
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  void rebuild(const ListViewState& state);
+  void sizeColumns();
+  void reveal(int row);
+  int rowAt(const QPoint& position) const;
+  void reportClick(int row);
+
+  ListViewState shown_;
+  bool sizedWhileVisible_ = false;
+};
+
+}  // namespace orvane
+
+#endif
