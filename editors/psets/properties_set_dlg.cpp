@@ -3,42 +3,16 @@
 #include <algorithm>
 #include <cstdio>
 #include <memory>
-#include <string_view>
 
 #include "editors/common/edit_mode.h"
-#include "editors/common/line_reader.h"
 #include "editors/common/messages.h"
 #include "editors/common/text_codec.h"
+#include "editors/psets/csv_import.h"
 #include "editors/psets/properties_of_set_dlg.h"
 #include "editors/qsets/quantities_of_set_dlg.h"
 #include "model/names.h"
-#include "model/numbers.h"
-#include "model/text.h"
 
 namespace orvane {
-namespace {
-
-// Splits a CSV line at ";" where runs of ";" count as one and leading ones are skipped, so there
-// are no empty fields. The line end is no separator: it stays in the last field.
-std::vector<std::string_view> csvFields(std::string_view line) {
-  std::vector<std::string_view> fields;
-  std::size_t start = 0;
-  while (start < line.size()) {
-    start = line.find_first_not_of(';', start);
-    if (start == std::string_view::npos) break;
-    const std::size_t stop = std::min(line.find(';', start), line.size());
-    fields.push_back(line.substr(start, stop - start));
-    start = stop;
-  }
-  return fields;
-}
-
-bool holdsProperty(const CIfcPropertySet& set, std::string_view name) {
-  return std::any_of(set.properties.begin(), set.properties.end(),
-                     [&](const CIfcPropertyName& p) { return equalsNoCase(p.name, name); });
-}
-
-}  // namespace
 
 CPropertiesSetDlg::CPropertiesSetDlg(DialogServices& services, const std::vector<CIfcPropertySet>& initialSets,
                                      const std::vector<CIfcEnum>& initialEnums)
@@ -83,13 +57,13 @@ void CPropertiesSetDlg::insert() {
     quantitySets.push_back(editor.set);
     types = editor.types;
     objects = editor.objects;
-    std::sort(quantitySets.begin(), quantitySets.end(), NameLessNoCase{});
+    sortByName(quantitySets);
   } else {
     CPropertiesOfSetDlg editor(services(), kNewItem, CIfcPropertySet(), enums, &propertySets, &catalogue);
     if (editor.run() != kDialogOk) return;
     propertySets.push_back(editor.set);
     enums = editor.enums;
-    std::sort(propertySets.begin(), propertySets.end(), NameLessNoCase{});
+    sortByName(propertySets);
   }
   rebuildList();
 }
@@ -103,14 +77,14 @@ void CPropertiesSetDlg::edit() {
     quantitySets[currentRow] = editor.set;
     types = editor.types;
     objects = editor.objects;
-    std::sort(quantitySets.begin(), quantitySets.end(), NameLessNoCase{});
+    sortByName(quantitySets);
   } else {
     CPropertiesOfSetDlg editor(services(), kEditItem, propertySets[currentRow], enums, &propertySets,
                                &catalogue);
     if (editor.run() != kDialogOk) return;
     propertySets[currentRow] = editor.set;
     enums = editor.enums;
-    std::sort(propertySets.begin(), propertySets.end(), NameLessNoCase{});
+    sortByName(propertySets);
   }
   rebuildList();
 }
@@ -146,40 +120,8 @@ void CPropertiesSetDlg::importCsv() {
   if (!chosen) return;
   std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(toUtf8(*chosen).c_str(), "r"), std::fclose);
   if (!file) return;
-  // Lines of at most 255 characters; a longer one is read in pieces. A last line without its line
-  // end is left out, as the host's own importer always did.
-  char line[256];
-  while (readTextLine(line, sizeof line, file.get()) != nullptr && !std::feof(file.get())) importLine(line);
+  importPropertySetsCsv(file.get(), propertySets, getMensaje(4, 3));
   rebuildList();
-}
-
-void CPropertiesSetDlg::importLine(const char* line) {
-  const std::vector<std::string_view> fields = csvFields(line);
-  if (fields.size() < 4) return;
-  CIfcPropertyName property;
-  copyText(property.name, fields[1]);
-  copyText(property.description, fields[2]);
-  const char* realWord = getMensaje(4, 3);
-  property.valueType = (realWord != nullptr && equalsNoCase(fields[3], realWord)) ? PropertyReal : PropertyString;
-  if (fields.size() > 4) {
-    if (property.valueType == PropertyReal) property.realValue = readReal(std::string(fields[4]).c_str());
-    else copyText(property.textValue, fields[4]);
-  }
-
-  bool named = false;
-  for (CIfcPropertySet& set : propertySets) {
-    if (!equalsNoCase(set.name, fields[0])) continue;
-    named = true;
-    if (!holdsProperty(set, fields[1])) {
-      set.properties.push_back(property);
-      return;
-    }
-  }
-  if (named) return;  // every set of that name has the property already
-  CIfcPropertySet set;
-  copyText(set.name, fields[0]);
-  set.properties.push_back(property);
-  propertySets.push_back(set);
 }
 
 }  // namespace orvane

@@ -59,7 +59,6 @@ class CPropertiesSetDlg : public Dialog {
 
  private:
   void rebuildList();
-  void importLine(const char* line);
   std::size_t rowCount() const { return quantityMode_ ? quantitySets.size() : propertySets.size(); }
 
   bool quantityMode_ = false;

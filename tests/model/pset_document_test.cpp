@@ -191,21 +191,6 @@ TEST_F(PsetDocument, ASecondLoadAppendsAndSortsOldAndNewTogether) {
   EXPECT_EQ(doc.relations.size(), 2u);
 }
 
-TEST_F(PsetDocument, UnreadableFilesGiveZeroWithoutMessageAndKeepTheDocument) {
-  CIfcProyectPSet doc;
-  doc.propertySets.emplace_back();
-  EXPECT_EQ(doc.lee(dir.file("missing.xml").c_str()), 0);
-  writeBytes(dir.file("bad.xml"), "<PropertySetsBIM><PropertiesSet>");
-  EXPECT_EQ(doc.lee(dir.file("bad.xml").c_str()), 0);
-  writeBytes(dir.file("empty.xml"), "");
-  EXPECT_EQ(doc.lee(dir.file("empty.xml").c_str()), 0);
-  EXPECT_EQ(doc.lee(dir.path().c_str()), 0);  // a folder
-  EXPECT_EQ(doc.lee("/dev/null"), 0);
-  EXPECT_EQ(doc.lee(nullptr), 0);
-  EXPECT_EQ(doc.propertySets.size(), 1u);
-  EXPECT_TRUE(messages.messages().empty());
-}
-
 TEST_F(PsetDocument, AnotherRootIsADocumentReadFailure) {
   int result = -1;
   load<CIfcProyectPSet>(dir, "<?xml version=\"1.0\"?><QuantitiesSetQuorsel/>", &result);
@@ -243,14 +228,6 @@ TEST_F(PsetDocument, SavingKeepsThePreviousFileAsBackup) {
 
   doc.graba(path.c_str());
   EXPECT_EQ(readBytes(path + ".bak"), secondSave);
-}
-
-TEST_F(PsetDocument, SavingIntoAMissingFolderReturnsOneAndWritesNothing) {
-  CIfcProyectPSet doc = sampleDocument();
-  const std::string path = dir.file("no/such/folder/doc.xml");
-  EXPECT_EQ(doc.graba(path.c_str()), 1);
-  EXPECT_FALSE(std::filesystem::exists(path));
-  EXPECT_EQ(doc.graba(nullptr), 1);
 }
 
 TEST_F(PsetDocument, CopiesAreDeepAndSelfAssignmentChangesNothing) {

@@ -126,17 +126,6 @@ TEST_F(QsetDocument, AnotherRootReadsAsEmptyWithoutMessage) {
   EXPECT_TRUE(messages.messages().empty());
 }
 
-TEST_F(QsetDocument, UnreadableFilesGiveZeroWithoutMessage) {
-  CIfcProyectQSet doc;
-  EXPECT_EQ(doc.lee(dir.file("missing.xml").c_str()), 0);
-  writeBytes(dir.file("bad.xml"), "<QuantitiesSetQuorsel><QuantitiesSet>");
-  EXPECT_EQ(doc.lee(dir.file("bad.xml").c_str()), 0);
-  writeBytes(dir.file("bom.xml"), "\xEF\xBB\xBF");
-  EXPECT_EQ(doc.lee(dir.file("bom.xml").c_str()), 0);
-  EXPECT_EQ(doc.lee(dir.path().c_str()), 0);
-  EXPECT_TRUE(messages.messages().empty());
-}
-
 TEST_F(QsetDocument, SavingTwiceLeavesTheFirstSaveInTheBackup) {
   const std::string path = dir.file("doc.xml");
   CIfcProyectQSet doc = sampleDocument();
@@ -146,13 +135,6 @@ TEST_F(QsetDocument, SavingTwiceLeavesTheFirstSaveInTheBackup) {
   doc.graba(path.c_str());
   EXPECT_EQ(readBytes(path + ".bak"), firstSave);
   EXPECT_NE(readBytes(path), firstSave);
-}
-
-TEST_F(QsetDocument, SavingIntoAMissingFolderReturnsOneAndWritesNothing) {
-  CIfcProyectQSet doc = sampleDocument();
-  const std::string path = dir.file("missing/doc.xml");
-  EXPECT_EQ(doc.graba(path.c_str()), 1);
-  EXPECT_FALSE(std::filesystem::exists(path));
 }
 
 TEST_F(QsetDocument, CopiesAreDeep) {

@@ -1,0 +1,65 @@
+// The flat quantity merge, setCuantificadoresFichero, fed host records of any bytes and any
+// document; then the flat read of what it wrote. Whatever the records hold, both files written must
+// load and hold every set and quantity the records name.
+#include "fuzz/document_checks.h"
+#include "fuzz/fuzz_support.h"
+#include "fuzz/merge_input.h"
+#include "model/text.h"
+#include "orvane/orvane.h"
+
+namespace {
+
+using namespace orvane;
+using orvane::fuzz::check;
+
+const CIfcQuantitySet* findSet(const CIfcProyectQSet& doc, std::string_view name) {
+  for (const CIfcQuantitySet& set : doc.quantitySets)
+    if (equalsNoCase(set.name, name)) return &set;
+  return nullptr;
+}
+
+bool holds(const CIfcQuantitySet& set, std::string_view name) {
+  for (const CIfcQuantityName& quantity : set.quantities)
+    if (equalsNoCase(quantity.name, name)) return true;
+  return false;
+}
+
+void checkHoldsRecords(const std::string& path, const std::vector<FlatQuantityRecord>& records) {
+  CIfcProyectQSet doc;
+  check(doc.lee(path.c_str()) == 1, "a merged document loads");
+  fuzz::checkDocument(doc, true);
+  for (const FlatQuantityRecord& record : records) {
+    const CIfcQuantitySet* set = findSet(doc, fieldText(record.setName));
+    check(set != nullptr, "every set a record names is in the document");
+    check(holds(*set, fieldText(record.quantityName)), "every quantity a record names is in its set");
+  }
+}
+
+void readBack(const std::string& path) {
+  FlatQuantityRecord out[16];
+  const int filled = getCuantificadoresFichero(path.c_str(), out, 16);
+  check(filled >= 0 && filled <= 16, "getCuantificadoresFichero fills at most maxRecords");
+  for (int i = 0; i < filled; ++i) {
+    check(fieldText(out[i].setName).size() < sizeof out[i].setName &&
+              fieldText(out[i].quantityName).size() < sizeof out[i].quantityName,
+          "names given to the host are terminated");
+    check(out[i].measureType >= 0 && out[i].measureType < kQuantityMeasureCount,
+          "a kind read from a file is one of the three");
+  }
+}
+
+}  // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+  fuzz::silenceMessages();
+  const fuzz::MergeInput<FlatQuantityRecord> input = fuzz::splitMergeInput<FlatQuantityRecord>(data, size);
+  const std::string path = fuzz::writeScratchFile("document.xml", input.document);
+  const std::string output = fuzz::scratchPath("output.xml");
+  check(setCuantificadoresFichero(path.c_str(), output.c_str(), input.records.data(),
+                                  static_cast<int>(input.records.size())) == 1,
+        "setCuantificadoresFichero gives 1");
+  checkHoldsRecords(output, input.records);
+  checkHoldsRecords(path, input.records);
+  readBack(path);
+  return 0;
+}

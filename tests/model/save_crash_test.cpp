@@ -1,0 +1,143 @@
+// A save killed at any moment, as a host that crashes or is killed would be: a child process saves
+// in a loop and is killed with SIGKILL after a random delay. Whatever the moment, the document
+// loads and is the old or the new one, whole; so is its backup.
+//
+// The files lie in memory (/dev/shm) where there is such a folder: what a killed process leaves
+// depends only on the order of its calls, and there a save takes a fraction of a millisecond, so
+// 200 kills take well under a second. (What a power loss leaves depends on the flushes, which no
+// test here can cut.)
+#include <gtest/gtest.h>
+
+#include <signal.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstring>
+#include <filesystem>
+#include <random>
+#include <string>
+#include <thread>
+
+#include "orvane/ifc_proyect_pset.h"
+#include "support/message_recorder.h"
+#include "support/temp_dir.h"  // readBytes
+
+using namespace orvane::test;
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+// A fresh folder in memory when the system has one, else in the temporary folder.
+class ScratchFolder {
+ public:
+  ScratchFolder() {
+    std::error_code error;
+    const bool inMemory = std::filesystem::is_directory("/dev/shm", error) && ::access("/dev/shm", W_OK) == 0;
+    std::string pattern = (inMemory ? std::filesystem::path("/dev/shm") : std::filesystem::temp_directory_path()) /
+                          "orvane-crash-XXXXXX";
+    if (::mkdtemp(pattern.data()) != nullptr) path_ = pattern;
+  }
+  ~ScratchFolder() {
+    std::error_code ignored;
+    if (!path_.empty()) std::filesystem::remove_all(path_, ignored);
+  }
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+
+  bool made() const { return !path_.empty(); }
+  std::size_t entries() const {
+    return static_cast<std::size_t>(std::distance(std::filesystem::directory_iterator(path_),
+                                                  std::filesystem::directory_iterator()));
+  }
+  std::string file(const char* name) const { return path_ + "/" + name; }
+
+ private:
+  std::string path_;
+};
+
+CIfcProyectPSet documentWithSets(const char* prefix, int sets) {
+  CIfcProyectPSet doc;
+  for (int i = 0; i < sets; ++i) {
+    doc.propertySets.emplace_back();
+    std::snprintf(doc.propertySets.back().name, kTextFieldSize, "%s %03d", prefix, i);
+    doc.propertySets.back().properties.assign(4, CIfcPropertyName());
+  }
+  return doc;
+}
+
+// Tells the parent it runs, then saves the two documents one after the other until killed.
+[[noreturn]] void saveForever(int ready, const std::string& path, CIfcProyectPSet& first, CIfcProyectPSet& second) {
+  const char running = 'r';
+  if (::write(ready, &running, 1) != 1) ::_exit(1);
+  for (;;) {
+    first.graba(path.c_str());
+    second.graba(path.c_str());
+  }
+}
+
+Clock::duration timeOfOneSave(const std::string& path, CIfcProyectPSet& doc) {
+  const auto start = Clock::now();
+  doc.graba(path.c_str());
+  return Clock::now() - start;
+}
+
+TEST(SaveCrash, AKilledSaveLeavesTheOldOrTheNewDocument) {
+  ScratchFolder dir;
+  ASSERT_TRUE(dir.made());
+  MessageRecorder quiet;
+  const std::string path = dir.file("doc.xml");
+  CIfcProyectPSet oldDoc = documentWithSets("Anterior", 20);
+  CIfcProyectPSet newDoc = documentWithSets("Nuevo", 30);
+  newDoc.graba(path.c_str());
+  const std::string newBytes = readBytes(path);
+  oldDoc.graba(path.c_str());
+  const std::string oldBytes = readBytes(path);
+  // Delays up to a few saves' time put the kill anywhere in a save, also in the first one.
+  const auto window = std::chrono::duration_cast<std::chrono::microseconds>(3 * timeOfOneSave(path, oldDoc));
+
+  std::mt19937 random(20261121);
+  std::uniform_int_distribution<long> delay(0, std::max<long>(window.count(), 200));
+  int sawOld = 0, sawNew = 0, interruptedWrites = 0;
+  std::size_t filesLeft = 2;  // the document and its backup
+  for (int run = 0; run < 200; ++run) {
+    SCOPED_TRACE(testing::Message() << "run " << run);
+    int ready[2];
+    ASSERT_EQ(::pipe(ready), 0);
+    const pid_t child = ::fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) saveForever(ready[1], path, newDoc, oldDoc);
+    char running = 0;
+    ASSERT_EQ(::read(ready[0], &running, 1), 1);
+    ::close(ready[0]);
+    ::close(ready[1]);
+    std::this_thread::sleep_for(std::chrono::microseconds(delay(random)));
+    ASSERT_EQ(::kill(child, SIGKILL), 0);
+    int status = 0;
+    ASSERT_EQ(::waitpid(child, &status, 0), child);
+    ASSERT_TRUE(WIFSIGNALED(status));
+
+    const std::string bytes = readBytes(path);
+    ASSERT_TRUE(bytes == oldBytes || bytes == newBytes) << "the document is damaged";
+    (bytes == oldBytes ? sawOld : sawNew)++;
+    CIfcProyectPSet loaded;
+    ASSERT_EQ(loaded.lee(path.c_str()), 1);
+    ASSERT_EQ(loaded.propertySets.size(), bytes == oldBytes ? 20u : 30u);
+    if (std::filesystem::exists(path + ".bak")) {
+      const std::string backup = readBytes(path + ".bak");
+      ASSERT_TRUE(backup == oldBytes || backup == newBytes) << "the backup is damaged";
+    }
+    interruptedWrites += dir.entries() > filesLeft ? 1 : 0;
+    filesLeft = dir.entries();
+  }
+  // Both outcomes occur, and some kills came while a temporary file was being written (it stays
+  // behind), or the delays did not spread the kills over the saves.
+  EXPECT_GT(sawOld, 0);
+  EXPECT_GT(sawNew, 0);
+  EXPECT_GT(interruptedWrites, 0);
+  EXPECT_TRUE(quiet.messages().empty());
+}
+
+}  // namespace
