@@ -1,0 +1,114 @@
+#include "documents.h"
+
+#include <tinyxml2.h>
+
+#include <climits>
+#include <filesystem>
+#include <fstream>
+
+#include "tool_error.h"
+
+namespace fs = std::filesystem;
+
+namespace orvane::cli {
+
+namespace {
+
+constexpr const char* kPropertyRoot = "PropertySetsBIM";
+constexpr const char* kQuantityRoot = "QuantitiesSetQuorsel";
+constexpr std::size_t kFirstBatch = 256;
+constexpr std::size_t kEnumBufferSize = 512;  // what getEnumerados writes into each buffer
+
+std::string describe(DocumentKind kind) {
+  return kind == DocumentKind::PropertySets ? "a property-set document" : "a quantity-set document";
+}
+
+// Calls `fill(array, size)` with a growing array until the library fills fewer records than the
+// array holds: only then are all of them in.
+template <class Record, class Fill>
+std::vector<Record> readAll(Fill fill) {
+  std::vector<Record> records(kFirstBatch);
+  for (;;) {
+    const int filled = fill(records.data(), static_cast<int>(records.size()));
+    if (filled < static_cast<int>(records.size())) {
+      records.resize(static_cast<std::size_t>(filled > 0 ? filled : 0));
+      return records;
+    }
+    if (records.size() > INT_MAX / 2) throw ToolError("the document holds more records than the tool can list");
+    records.assign(records.size() * 2, Record{});
+  }
+}
+
+}  // namespace
+
+void requireReadableFile(const std::string& path, const std::string& what) {
+  std::error_code error;
+  const fs::file_status status = fs::status(path, error);
+  if (!fs::exists(status)) throw ToolError(what + " " + path + ": no such file");
+  if (fs::is_directory(status)) throw ToolError(what + " " + path + ": is a folder, not a file");
+  if (!std::ifstream(path, std::ios::binary)) throw ToolError(what + " " + path + ": cannot be opened");
+}
+
+DocumentKind documentKind(const std::string& path) {
+  requireReadableFile(path, "document");
+  tinyxml2::XMLDocument xml;
+  if (xml.LoadFile(path.c_str()) != tinyxml2::XML_SUCCESS)
+    throw ToolError("document " + path + ": not well-formed XML (" + xml.ErrorName() + " at line " +
+                    std::to_string(xml.ErrorLineNum()) + ")");
+  const tinyxml2::XMLElement* root = xml.RootElement();
+  const std::string rootName = root != nullptr ? root->Name() : "";
+  if (rootName == kPropertyRoot) return DocumentKind::PropertySets;
+  if (rootName == kQuantityRoot) return DocumentKind::QuantitySets;
+  throw ToolError("document " + path + ": root element is " + (rootName.empty() ? "missing" : rootName) +
+                  ", neither PropertySetsBIM nor QuantitiesSetQuorsel");
+}
+
+void requireDocument(const std::string& path, DocumentKind kind) {
+  const DocumentKind found = documentKind(path);
+  if (found != kind)
+    throw ToolError("document " + path + ": " + describe(found) + " where " + describe(kind) + " is expected");
+}
+
+void requireWritableTarget(const std::string& path) {
+  std::error_code error;
+  if (fs::is_directory(path, error)) throw ToolError(path + ": is a folder, not a file");
+  const fs::path folder = fs::path(path).parent_path();
+  if (!folder.empty() && !fs::is_directory(folder, error))
+    throw ToolError(path + ": cannot be written, folder " + folder.string() + " does not exist");
+}
+
+void requireDistinct(const std::string& input, const std::string& output) {
+  std::error_code error;
+  if (input == output || fs::equivalent(input, output, error))
+    throw ToolError(output + ": the output must be another file than " + input);
+}
+
+std::vector<FlatPropertyRecord> readPropertyRecords(const std::string& path) {
+  return readAll<FlatPropertyRecord>(
+      [&](FlatPropertyRecord* records, int size) { return getPropiedadesFichero(path.c_str(), records, size); });
+}
+
+std::vector<FlatQuantityRecord> readQuantityRecords(const std::string& path) {
+  return readAll<FlatQuantityRecord>(
+      [&](FlatQuantityRecord* records, int size) { return getCuantificadoresFichero(path.c_str(), records, size); });
+}
+
+std::vector<std::string> readEnumValues(const std::string& path, const std::string& typeName) {
+  // getEnumerados takes writable texts, though it never writes to them.
+  std::string pathText = path;
+  std::string typeText = typeName;
+  for (std::size_t size = kFirstBatch;; size *= 2) {
+    if (size > INT_MAX / 2) throw ToolError("the enumerated type holds more values than the tool can list");
+    std::vector<std::vector<char>> storage(size, std::vector<char>(kEnumBufferSize, '\0'));
+    std::vector<char*> buffers;
+    for (auto& buffer : storage) buffers.push_back(buffer.data());
+    const int copied = getEnumerados(pathText.data(), typeText.data(), buffers.data(), static_cast<int>(size));
+    if (copied < static_cast<int>(size)) {
+      std::vector<std::string> values;
+      for (int i = 0; i < copied; ++i) values.emplace_back(buffers[static_cast<std::size_t>(i)]);
+      return values;
+    }
+  }
+}
+
+}  // namespace orvane::cli

@@ -1,0 +1,108 @@
+// orvane edit | assign: the editors of liborvane opened from the shell, through the same entry
+// points a CAD program calls. They need a display; without one the library says so on stderr and
+// changes nothing.
+#include <CLI/CLI.hpp>
+#include <iostream>
+#include <memory>
+#include <vector>
+
+#include "commands.h"
+#include "orvane/orvane.h"
+#include "tool_error.h"
+
+namespace orvane::cli {
+
+namespace {
+
+struct EditorOptions {
+  std::string file;
+  std::string object;    // assign: the host object's document
+  std::string messages;  // the host's message file (captions and messages)
+  std::string catalog;   // the host's variable catalogue
+  std::string kind;      // assign qsets: the host object's kind
+  std::vector<double> values;
+};
+
+const char* orNull(const std::string& text) { return text.empty() ? nullptr : text.c_str(); }
+
+void addTextFiles(CLI::App& command, EditorOptions& options) {
+  command.add_option("--messages", options.messages, "The host's message file (captions and messages)")
+      ->check(CLI::ExistingFile);
+  command.add_option("--catalog", options.catalog, "The host's variable catalogue (Group;Var1,Var2 lines)")
+      ->check(CLI::ExistingFile);
+}
+
+int assignPropertySets(const EditorOptions& options) {
+  if (!asignarPropiedades(options.file.c_str(), options.object.c_str(), orNull(options.messages),
+                          orNull(options.catalog)))
+    throw ToolError(options.file + ": not a readable property-set document");
+  return kExitOk;
+}
+
+int assignQuantitySets(const EditorOptions& options) {
+  if (!asignarCuantificadores(options.file.c_str(), options.object.c_str(), options.kind.c_str(),
+                              options.values.data(), static_cast<int>(options.values.size())))
+    throw ToolError(options.file + ": not a readable quantity-set document");
+  return kExitOk;
+}
+
+void addEdit(CLI::App& app, Action& action) {
+  CLI::App* edit = app.add_subcommand("edit", "Open the definition editors on a document (needs a display)");
+  edit->require_subcommand(0, 1);
+  edit->footer("OK writes the document, keeping its previous version as FILE.bak; Cancel writes nothing.");
+
+  auto psets = std::make_shared<EditorOptions>();
+  CLI::App* p = edit->add_subcommand("psets", "Property sets and enumerated types (PropertiesSet)");
+  p->add_option("FILE", psets->file, "Property-set document (a missing one is created on OK)")->required();
+  addTextFiles(*p, *psets);
+  p->callback([psets, &action] {
+    action = [psets] {
+      PropertiesSet(psets->file.c_str(), orNull(psets->messages), orNull(psets->catalog));
+      return kExitOk;
+    };
+  });
+
+  auto qsets = std::make_shared<EditorOptions>();
+  CLI::App* q = edit->add_subcommand("qsets", "Quantity sets (QuantitiesSet)");
+  q->add_option("FILE", qsets->file, "Quantity-set document")->required();
+  q->callback([qsets, &action] {
+    action = [qsets] {
+      QuantitiesSet(qsets->file.c_str());
+      return kExitOk;
+    };
+  });
+}
+
+void addAssign(CLI::App& app, Action& action) {
+  CLI::App* assign = app.add_subcommand("assign", "Open the assignment editors for one host object (needs a display)");
+  assign->require_subcommand(0, 1);
+  assign->footer("OK writes both documents, each keeping its previous version as .bak; Cancel writes nothing.");
+
+  auto psets = std::make_shared<EditorOptions>();
+  CLI::App* p = assign->add_subcommand("psets", "Property sets and values of an object (asignarPropiedades)");
+  p->add_option("FILE", psets->file, "Property-set definitions")->required()->check(CLI::ExistingFile);
+  p->add_option("OBJECT", psets->object, "The object's property-set document (a missing one is created on OK)")
+      ->required();
+  addTextFiles(*p, *psets);
+  p->callback([psets, &action] { action = [psets] { return assignPropertySets(*psets); }; });
+
+  auto qsets = std::make_shared<EditorOptions>();
+  CLI::App* q = assign->add_subcommand("qsets", "Quantity sets of an object, with measured values (asignarCuantificadores)");
+  q->add_option("FILE", qsets->file, "Quantity-set definitions")->required()->check(CLI::ExistingFile);
+  q->add_option("OBJECT", qsets->object, "The object's quantity-set document (a missing one is created on OK)")
+      ->required();
+  q->add_option("--kind", qsets->kind, "The object's kind; Eje and Superficie take the measured values")
+      ->required();
+  q->add_option("--values", qsets->values, "Measured values, in the order of a set's quantities (at most 3 used)")
+      ->delimiter(',');
+  q->callback([qsets, &action] { action = [qsets] { return assignQuantitySets(*qsets); }; });
+}
+
+}  // namespace
+
+void addEditorCommands(CLI::App& app, Action& action) {
+  addEdit(app, action);
+  addAssign(app, action);
+}
+
+}  // namespace orvane::cli

@@ -1,0 +1,60 @@
+// orvane: property-set and quantity-set documents from the shell, through liborvane as a host
+// program reaches them.
+#include <CLI/CLI.hpp>
+#include <exception>
+#include <iostream>
+#include <new>
+
+#include "commands.h"
+#include "tool_error.h"
+
+namespace {
+
+using orvane::cli::Action;
+using orvane::cli::kExitError;
+
+std::string usageMessage(const CLI::App*, const CLI::Error& error) {
+  return std::string("orvane: ") + error.what() + "\nRun with --help for more information.\n";
+}
+
+int run(int argc, char** argv) {
+  CLI::App app("orvane: list, merge, import and check IFC property-set and quantity-set documents",
+               "orvane");
+  // At most one command; none at all is refused after parsing, so that a mistyped command is
+  // named in the message rather than reported as a missing one.
+  app.require_subcommand(0, 1);
+  app.failure_message(usageMessage);
+  Action action;
+  orvane::cli::addPsetsCommands(app, action);
+  orvane::cli::addQsetsCommands(app, action);
+  orvane::cli::addImportCommand(app, action);
+  orvane::cli::addCheckCommand(app, action);
+  orvane::cli::addEditorCommands(app, action);
+  app.footer("Every command takes --help. Exit status: 0 done, 1 check found problems, 2 error.");
+  try {
+    app.parse(argc, argv);
+  } catch (const CLI::ParseError& error) {
+    // --help arrives here too, with a success code.
+    return app.exit(error) == 0 ? 0 : kExitError;
+  }
+  if (!action) throw orvane::cli::ToolError("a command is required; run with --help to see them");
+  return action();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  // Whatever goes wrong ends in one line on stderr and an exit status, never in a stack trace.
+  try {
+    return run(argc, argv);
+  } catch (const orvane::cli::ToolError& error) {
+    std::cerr << "orvane: " << error.what() << '\n';
+  } catch (const std::bad_alloc&) {
+    std::cerr << "orvane: out of memory\n";
+  } catch (const std::exception& error) {
+    std::cerr << "orvane: unexpected error: " << error.what() << '\n';
+  } catch (...) {
+    std::cerr << "orvane: unexpected error\n";
+  }
+  return kExitError;
+}
