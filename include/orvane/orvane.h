@@ -8,7 +8,8 @@
  *     fixed-size records that the host owns, and such records merged back into documents
  *     (getPropiedadesFichero, setPropiedadesFichero, getEnumerados, getCuantificadoresFichero,
  *     setCuantificadoresFichero);
- *   - the editors, which arrive with the editor library (declared below under ORVANE_EDITORS).
+ *   - the editors: modal dialogs in Spanish on the calling thread (PropertiesSet,
+ *     asignarPropiedades, QuantitiesSet, asignarCuantificadores, and test entries).
  *
  * Common rules:
  *   - Texts are narrow and zero-terminated, passed through as bytes: no code page is converted.
@@ -247,10 +248,12 @@ ORVANE_API int setCuantificadoresFichero(const char* path, const char* pathOut,
                                          const FlatQuantityRecord* records,
                                          int count) ORVANE_NOEXCEPT;
 
-#if defined(ORVANE_EDITORS)
 /* ---------------------------------------------------------------------------------------------
- * Editors. They show modal dialogs on the calling thread and come with the editor library; until
- * a build defines ORVANE_EDITORS the library does not export them.
+ * Editors. They show modal dialogs on the calling thread, inside an application object (the
+ * host's QApplication when it has one; otherwise the library makes one and keeps it). Without a
+ * display to show them on, they write why to stderr and return as if the user had cancelled,
+ * changing no file. Only OK writes: each document written first leaves its previous file as
+ * "<path>.bak".
  * ------------------------------------------------------------------------------------------- */
 #if !defined(__cplusplus)
 #include <stdbool.h>
@@ -275,7 +278,6 @@ ORVANE_API void QuantitiesSet(const char* path) ORVANE_NOEXCEPT;
 ORVANE_API bool asignarCuantificadores(const char* path, const char* objectPath,
                                        const char* objectKind, const double* values,
                                        int valueCount) ORVANE_NOEXCEPT;
-#endif /* ORVANE_EDITORS */
 
 #if defined(__cplusplus)
 } /* extern "C" */
@@ -297,6 +299,15 @@ ORVANE_API void* nuevaPropiedadEntera(void* doc, const char* name, int value) OR
  * `typeName` is written to. */
 ORVANE_API int getEnumerados(char* path, char* typeName, char** valueBuffers,
                              int maxValues) ORVANE_NOEXCEPT;
+
+/* The editors' test entries, on the sample project the library was built with: tiposEnumerados
+ * edits its enumerated types (and writes the file back whatever the dialog ends with), prueba its
+ * property sets, pruebaQSet its quantity sets; pruebaAsignaQSet only enters and leaves an editor
+ * session. */
+ORVANE_API void tiposEnumerados() ORVANE_NOEXCEPT;
+ORVANE_API void prueba() ORVANE_NOEXCEPT;
+ORVANE_API void pruebaQSet() ORVANE_NOEXCEPT;
+ORVANE_API void pruebaAsignaQSet() ORVANE_NOEXCEPT;
 
 #if defined(ORVANE_EDITORS)
 /* Developers' entries: each runs one editor on the paths the build configured. */

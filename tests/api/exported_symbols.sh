@@ -12,10 +12,12 @@ expected() {
     nuevoIfcProyectPSet cargaIfcProyectPSet nuevoPSet nuevaPropiedadDoble nuevaPropiedadStr \
     getPset getNombrePropiedad getUnidadPropiedad getValorPropiedadDoble getValorPropiedadStr \
     getValorPropiedadStr2 guardaIfcProyectPset liberaIfcProyectPset \
-    getPropiedadesFichero setPropiedadesFichero getCuantificadoresFichero setCuantificadoresFichero
+    getPropiedadesFichero setPropiedadesFichero getCuantificadoresFichero setCuantificadoresFichero \
+    PropertiesSet asignarPropiedades QuantitiesSet asignarCuantificadores
   # Entries with C++ names: nuevaPropiedadEntera(void*, char const*, int),
-  # getEnumerados(char*, char*, char**, int)
-  printf '%s\n' _Z20nuevaPropiedadEnteraPvPKci _Z13getEnumeradosPcS_PS_i
+  # getEnumerados(char*, char*, char**, int), and the editors' test entries without arguments
+  printf '%s\n' _Z20nuevaPropiedadEnteraPvPKci _Z13getEnumeradosPcS_PS_i \
+    _Z15tiposEnumeradosv _Z6pruebav _Z10pruebaQSetv _Z16pruebaAsignaQSetv
   # Every exported class: its destructors, vtable, typeinfo and typeinfo name
   for class in 8CIfcEnum 12CIfcNodoEnum 15CIfcPropertySet 16CIfcPropertyName \
                33CIfcRelationProyectPSet_IfcObject 15CIfcProyectPSet \

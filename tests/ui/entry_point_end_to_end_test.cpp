@@ -1,0 +1,103 @@
+// PropertiesSet as a host calls it, through liborvane.so, on a copy of the sample project: the real
+// dialogs open on Qt's offscreen platform, a set is added through them, and OK writes the document
+// and its backup. The test drives the windows by their object names, as a person would by sight.
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+#include <filesystem>
+#include <functional>
+
+#include "orvane/ifc_proyect_pset.h"
+#include "orvane/orvane.h"
+#include "support/temp_dir.h"
+
+using orvane::test::readBytes;
+using orvane::test::TempDir;
+namespace fs = std::filesystem;
+
+namespace {
+
+// Runs `act` on the modal window named `name` once it is the active one, from inside its own event
+// loop (the call that opened it blocks until it closes). Fails the test if it never opens.
+void whenModalOpens(const char* name, std::function<void(QWidget&)> act, int triesLeft = 250) {
+  QTimer::singleShot(20, [=] {
+    QWidget* modal = QApplication::activeModalWidget();
+    if (modal != nullptr && modal->objectName() == QLatin1String(name)) return act(*modal);
+    if (triesLeft > 0) return whenModalOpens(name, act, triesLeft - 1);
+    ADD_FAILURE() << "the window " << name << " never opened";
+    if (modal != nullptr) modal->close();
+  });
+}
+
+void press(QWidget& window, const char* button) {
+  QPushButton* found = window.findChild<QPushButton*>(QLatin1String(button));
+  ASSERT_NE(found, nullptr) << button;
+  QTest::mouseClick(found, Qt::LeftButton);
+}
+
+void type(QWidget& window, const char* edit, const QString& text) {
+  QLineEdit* found = window.findChild<QLineEdit*>(QLatin1String(edit));
+  ASSERT_NE(found, nullptr) << edit;
+  found->setFocus();
+  found->setText(text);  // QTest types only ASCII keys; the view reads the edit's text all the same
+}
+
+class EntryPointEndToEnd : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int argc = 1;
+    static char name[] = "entry_point_end_to_end_test";
+    static char* argv[] = {name, nullptr};
+    // The host's application, which the library uses. It stays alive to the end: destroyed among
+    // the static objects at exit it would outlive Qt's own.
+    static QApplication* application = new QApplication(argc, argv);
+    (void)application;
+  }
+  void SetUp() override {
+    for (const char* file : {"proyecto-psets.xml", "mensajes.txt", "variables.txt"})
+      fs::copy_file(fs::path(ORVANE_SAMPLES_DIR) / file, dir.path() / file);
+  }
+  std::string file(const char* name) const { return dir.file(name); }
+  TempDir dir;
+};
+
+TEST_F(EntryPointEndToEnd, ASetAddedThroughTheDialogsIsSavedWithABackup) {
+  const std::string document = file("proyecto-psets.xml");
+  const std::string original = readBytes(document);
+  whenModalOpens("PropertiesSetView", [](QWidget& list) {
+    EXPECT_EQ(list.windowTitle(), QStringLiteral("Conjunto de Propiedades"));  // from mensajes.txt
+    whenModalOpens("PropertiesOfSetView", [](QWidget& set) {
+      type(set, "nameEdit", QStringLiteral("Pset_Carpinter\u00eda"));
+      type(set, "descriptionEdit", QStringLiteral("Puertas y ventanas"));
+      press(set, "okButton");
+    });
+    press(list, "insertButton");
+    press(list, "okButton");
+  });
+  PropertiesSet(document.c_str(), file("mensajes.txt").c_str(), file("variables.txt").c_str());
+
+  EXPECT_EQ(readBytes(document + ".bak"), original);
+  CIfcProyectPSet saved;
+  ASSERT_EQ(saved.lee(document.c_str()), 1);
+  ASSERT_EQ(saved.propertySets.size(), 4u);
+  EXPECT_STREQ(saved.propertySets[0].name, "Pset_Carpinter\xC3\xAD" "a");  // UTF-8, sorted first
+  EXPECT_STREQ(saved.propertySets[0].description, "Puertas y ventanas");
+  EXPECT_EQ(saved.enums.size(), 2u);
+  EXPECT_EQ(saved.relations.size(), 2u);
+}
+
+TEST_F(EntryPointEndToEnd, CancelLeavesTheProjectAsItWas) {
+  const std::string document = file("proyecto-psets.xml");
+  const std::string original = readBytes(document);
+  whenModalOpens("PropertiesSetView", [](QWidget& list) { press(list, "cancelButton"); });
+  PropertiesSet(document.c_str(), file("mensajes.txt").c_str(), nullptr);
+  EXPECT_EQ(readBytes(document), original);
+  EXPECT_FALSE(fs::exists(document + ".bak"));
+}
+
+}  // namespace
