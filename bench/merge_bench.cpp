@@ -7,7 +7,6 @@
 // (LoadAndSave/2 does that). A quantity merge saves its output twice besides the document
 // (LoadAndSave/3 at full size).
 #include <benchmark/benchmark.h>
-#include <stdlib.h>
 
 #include <cstdint>
 #include <cstdio>
@@ -16,6 +15,7 @@
 #include <string>
 #include <vector>
 
+#include "bench_support.h"
 #include "orvane/ifc_proyect_pset.h"
 #include "orvane/ifc_proyect_qset.h"
 #include "orvane/orvane.h"
@@ -25,28 +25,7 @@ namespace {
 constexpr int kSets = 10000;
 constexpr int kPerSet = 10;
 
-// A scratch folder for the benchmark's files, removed at exit.
-class Scratch {
- public:
-  Scratch() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "orvane-bench-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) std::abort();
-    folder_ = pattern;
-  }
-  ~Scratch() {
-    std::error_code ignored;
-    std::filesystem::remove_all(folder_, ignored);
-  }
-  std::string file(const char* name) const { return (folder_ / name).string(); }
-
- private:
-  std::filesystem::path folder_;
-};
-
-const Scratch& scratch() {
-  static const Scratch instance;
-  return instance;
-}
+using orvane::bench::scratch;
 
 void name(char* field, std::size_t size, const char* prefix, int number) {
   std::snprintf(field, size, "%s%05d", prefix, number);

@@ -24,15 +24,15 @@ int CIfcProyectPSet::lee(const char* path) {
     const XMLElement* root = tree.FirstChildElement("PropertySetsBIM");
     if (root == nullptr) throw orvane::xml::MissingPart{};
     orvane::xml::readList(*root, "TypesEnum", "TypeEnum", enums, orvane::xml::readEnum);
-    std::sort(enums.begin(), enums.end(), orvane::NameLessNoCase{});
+    orvane::sortByName(enums);
     orvane::xml::readList(*root, "PropertiesSet", "PropertySet", propertySets,
                           orvane::xml::readPropertySet);
-    std::sort(propertySets.begin(), propertySets.end(), orvane::NameLessNoCase{});
+    orvane::sortByName(propertySets);
     // A relation that lacks one of its names is left out; it has no message of its own.
     if (const XMLElement* list = root->FirstChildElement("RelationsIfcElementWithPSet")) {
+      relations.reserve(relations.size() + orvane::xml::countChildren(*list, "RelationIfcElementWithPSet"));
       orvane::xml::forEachChild(*list, "RelationIfcElementWithPSet", [&](const XMLElement& item) {
-        CIfcRelationProyectPSet_IfcObject relation;
-        if (orvane::xml::readRelation(item, relation) == 1) relations.push_back(relation);
+        if (orvane::xml::readRelation(item, relations.emplace_back()) != 1) relations.pop_back();
         return true;
       });
     }

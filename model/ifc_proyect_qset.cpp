@@ -25,7 +25,7 @@ int CIfcProyectQSet::lee(const char* path) {
     orvane::xml::readList(*root, "ObjectsQuorsel", "ObjectQuorsel", objects, orvane::xml::readObject);
     orvane::xml::readList(*root, "QuantitiesSet", "QuantitySet", quantitySets,
                           orvane::xml::readQuantitySet);
-    std::sort(quantitySets.begin(), quantitySets.end(), orvane::NameLessNoCase{});
+    orvane::sortByName(quantitySets);
     return 1;
   } catch (...) {
     orvane::showMessage("Error lectura XML. CIfcProyectQSet");

@@ -4,6 +4,7 @@
 #ifndef ORVANE_MODEL_NAMES_H
 #define ORVANE_MODEL_NAMES_H
 
+#include <algorithm>
 #include <string_view>
 
 namespace orvane {
@@ -26,6 +27,14 @@ struct NameLessNoCase {
     return compareNoCase(a.name, b.name) < 0;
   }
 };
+
+// Sorts records by name ignoring case, not stably. A list already in order (every file this
+// library writes) is left as it is, sparing the moves of large records.
+template <class Records>
+void sortByName(Records& records) {
+  if (!std::is_sorted(records.begin(), records.end(), NameLessNoCase{}))
+    std::sort(records.begin(), records.end(), NameLessNoCase{});
+}
 
 }  // namespace orvane
 

@@ -101,11 +101,12 @@ int readEnum(const XMLElement& element, CIfcEnum& record) {
   return guardedRead("Error lectura XML. CIfcEnum", [&] {
     copyText(record.name, requiredAttribute(element, "Name"));
     copyText(record.description, requiredAttribute(element, "Description"));
-    forEachChild(requiredChild(element, "Elements"), "Element", [&](const XMLElement& item) {
-      CIfcNodoEnum value;
+    const XMLElement& values = requiredChild(element, "Elements");
+    record.elements.reserve(countChildren(values, "Element"));
+    forEachChild(values, "Element", [&](const XMLElement& item) {
+      CIfcNodoEnum& value = record.elements.emplace_back();
       value.value = readInt(requiredAttribute(item, "Value"));
       copyText(value.text, requiredText(item));
-      record.elements.push_back(value);
       return true;
     });
   });
@@ -115,10 +116,11 @@ int readPropertySet(const XMLElement& element, CIfcPropertySet& record) {
   return guardedRead("Error lectura XML. CIfcPropertySet", [&] {
     copyText(record.name, requiredAttribute(element, "Name"));
     copyText(record.description, requiredAttribute(element, "Description"));
+    record.properties.reserve(countChildren(element, "PropertyName"));
     forEachChild(element, "PropertyName", [&](const XMLElement& child) {
-      CIfcPropertyName property;
-      if (readProperty(child, property) == 1) record.properties.push_back(property);
-      return true;  // a property that fails is left out; the others still count
+      // A property that fails is left out; the others still count.
+      if (readProperty(child, record.properties.emplace_back()) != 1) record.properties.pop_back();
+      return true;
     });
   });
 }

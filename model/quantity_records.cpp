@@ -44,10 +44,11 @@ int readQuantitySet(const XMLElement& element, CIfcQuantitySet& record) {
     copyText(record.name, requiredAttribute(element, "Name"));
     copyText(record.description, requiredAttribute(element, "Description"));
     copyText(record.typeZep, requiredAttribute(element, "typeZep"));
+    record.quantities.reserve(countChildren(element, "QuantityName"));
     forEachChild(element, "QuantityName", [&](const XMLElement& child) {
-      CIfcQuantityName quantity;
-      if (readQuantity(child, quantity) == 1) record.quantities.push_back(quantity);
-      return true;  // a quantity that fails is left out; the set still reads
+      // A quantity that fails is left out; the set still reads.
+      if (readQuantity(child, record.quantities.emplace_back()) != 1) record.quantities.pop_back();
+      return true;
     });
   });
 }

@@ -58,6 +58,15 @@ void forEachChild(const tinyxml2::XMLElement& parent, const char* name, Visit vi
   }
 }
 
+// How many children named `name` `parent` has: lists reserve their room before reading.
+inline std::size_t countChildren(const tinyxml2::XMLElement& parent, const char* name) {
+  std::size_t count = 0;
+  for (const tinyxml2::XMLElement* child = parent.FirstChildElement(name); child != nullptr;
+       child = child->NextSiblingElement(name))
+    ++count;
+  return count;
+}
+
 // Writes one element holding only a text node, as <name>text</name>.
 inline void writeTextElement(tinyxml2::XMLPrinter& out, const char* name, const char* text) {
   out.OpenElement(name);

@@ -29,7 +29,7 @@ void CListEnumsDlg::rebuildList() {
 }
 
 void CListEnumsDlg::sortAndRebuild() {
-  std::sort(enums.begin(), enums.end(), NameLessNoCase{});
+  sortByName(enums);
   rebuildList();
 }
 
