@@ -1,4 +1,5 @@
-# The two everyday commands are `make test` and (from the editors on) `make run`.
+# The two everyday commands: `make run` opens the editors on the sample project, `make test`
+# installs what is missing, builds and runs every test.
 # Everything goes through CMake and Ninja; this file only strings the steps together.
 
 BUILD        ?= build
@@ -37,9 +38,71 @@ test-sanitize: sanitize
 	ctest --test-dir $(BUILD_SAN) --output-on-failure -j $(JOBS)
 
 bench: deps
-	cmake -S . -B $(BUILD)-bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DORVANE_BENCH=ON
+	cmake -S . -B $(BUILD)-bench -G Ninja -DCMAKE_BUILD_TYPE=Release -DORVANE_BENCH=ON -DORVANE_TESTS=OFF
 	cmake --build $(BUILD)-bench -j $(JOBS)
 	@for b in $(BUILD)-bench/bench/orvane_bench_*; do [ -x "$$b" ] && "$$b"; done
 
 clean:
 	rm -rf $(BUILD) $(BUILD_SAN) $(BUILD)-bench
+
+# A Debian package of the library, its headers, CMake and pkg-config files, the tool and the samples.
+.PHONY: package
+package: build
+	cmake --build $(BUILD) --target package
+
+# `make check`: every test under ASan, UBSan and LeakSanitizer (check-sanitize; any report fails
+# it), then each fuzz target for FUZZ_SECONDS (check-fuzz). The fuzz build is clang's, in
+# $(BUILD_FUZZ); the new inputs a run finds go to $(BUILD_FUZZ)/corpus/<target>, a crashing input to
+# $(BUILD_FUZZ)/crash-*. One target by hand:
+#     make fuzz && build-fuzz/fuzz/orvane_fuzz_csv_import -dict=fuzz/dict/csv_import.dict \
+#         -max_total_time=600 build-fuzz/corpus/csv_import fuzz/corpus/csv_import
+BUILD_FUZZ   ?= build-fuzz
+FUZZ_SECONDS ?= 60
+FUZZ_TARGETS  = pset_reader qset_reader round_trip message_file catalogue csv_import property_merge quantity_merge
+SANITIZER_ENV = ASAN_OPTIONS=detect_leaks=1:abort_on_error=1 \
+                UBSAN_OPTIONS=print_stacktrace=1:halt_on_error=1
+
+.PHONY: fuzz check check-sanitize check-fuzz
+
+$(BUILD_FUZZ)/build.ninja: | deps
+	CC=clang CXX=clang++ cmake -S . -B $(BUILD_FUZZ) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
+	  -DORVANE_FUZZ=ON -DORVANE_TESTS=OFF
+
+fuzz: deps $(BUILD_FUZZ)/build.ninja
+	cmake --build $(BUILD_FUZZ) -j $(JOBS) --target fuzz_targets
+
+check: check-sanitize check-fuzz
+
+check-sanitize: sanitize
+	$(SANITIZER_ENV) ctest --test-dir $(BUILD_SAN) --output-on-failure -j $(JOBS)
+
+check-fuzz: fuzz
+	@for target in $(FUZZ_TARGETS); do \
+	  echo "== fuzzing $$target for $(FUZZ_SECONDS) s"; \
+	  mkdir -p $(BUILD_FUZZ)/corpus/$$target; \
+	  $(SANITIZER_ENV) $(BUILD_FUZZ)/fuzz/orvane_fuzz_$$target -max_total_time=$(FUZZ_SECONDS) -timeout=20 \
+	    -dict=fuzz/dict/$$target.dict -artifact_prefix=$(BUILD_FUZZ)/ -print_final_stats=1 \
+	    $(BUILD_FUZZ)/corpus/$$target fuzz/corpus/$$target || exit 1; \
+	done
+
+# `make run`: the property-set editor on a fresh copy of samples/ (in $(BUILD)/run-samples, so the
+# repository's samples stay as they are), opened by the sample host through the entry point a CAD
+# program calls. EDITOR=assign, qsets or assign-qsets opens the other editors.
+EDITOR ?= psets
+.PHONY: run screenshots
+
+run: build
+	@rm -rf $(BUILD)/run-samples && cp -r samples $(BUILD)/run-samples && rm -rf $(BUILD)/run-samples/host
+	@if [ -z "$$DISPLAY$$WAYLAND_DISPLAY$$QT_QPA_PLATFORM" ]; then \
+	  echo "make run opens the editors in a window, and this session has no display (DISPLAY is not set)."; \
+	  echo "Run it from a desktop session, or on a machine without one under a virtual display:"; \
+	  echo "    sudo apt-get install xvfb && xvfb-run -a make run"; \
+	  echo "(make screenshots shows every dialog as pictures without any display.)"; \
+	  exit 2; \
+	fi
+	$(BUILD)/samples/host/orvane_sample_host $(BUILD)/run-samples $(EDITOR)
+	@echo "The edited copy is in $(BUILD)/run-samples (each document next to its .bak)."
+
+# Pictures of every dialog on the sample project, drawn offscreen, for docs/screenshots.
+screenshots: build
+	$(BUILD)/ui/orvane_screenshots samples docs/screenshots
