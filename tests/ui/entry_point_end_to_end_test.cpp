@@ -48,16 +48,22 @@ void type(QWidget& window, const char* edit, const QString& text) {
 
 class EntryPointEndToEnd : public ::testing::Test {
  protected:
+  // The host's application, which the library uses. It is destroyed when the suite ends, while
+  // main still runs: among the static objects at exit it would outlive Qt's own, and never
+  // destroyed it would leave Qt's font cache unreleased.
   static void SetUpTestSuite() {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     static int argc = 1;
     static char name[] = "entry_point_end_to_end_test";
     static char* argv[] = {name, nullptr};
-    // The host's application, which the library uses. It stays alive to the end: destroyed among
-    // the static objects at exit it would outlive Qt's own.
-    static QApplication* application = new QApplication(argc, argv);
-    (void)application;
+    application = new QApplication(argc, argv);
   }
+  static void TearDownTestSuite() {
+    delete application;
+    application = nullptr;
+  }
+  static inline QApplication* application = nullptr;
+
   void SetUp() override {
     for (const char* file : {"proyecto-psets.xml", "mensajes.txt", "variables.txt"})
       fs::copy_file(fs::path(ORVANE_SAMPLES_DIR) / file, dir.path() / file);
