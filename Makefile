@@ -43,7 +43,7 @@ bench: deps
 	@for b in $(BUILD)-bench/bench/orvane_bench_*; do [ -x "$$b" ] && "$$b"; done
 
 clean:
-	rm -rf $(BUILD) $(BUILD_SAN) $(BUILD)-bench
+	rm -rf $(BUILD) $(BUILD_SAN) $(BUILD)-bench $(BUILD_FUZZ)
 
 # A Debian package of the library, its headers, CMake and pkg-config files, the tool and the samples.
 .PHONY: package

@@ -27,7 +27,7 @@ enum PropertyValueType : int32_t {
 // Unit names by CIfcPropertyName::unit. Index 0 is "no unit". The degree sign of "ºC" is the single
 // Windows-1252 byte 0xBA, as the host writes it.
 inline constexpr int kUnitCount = 10;
-inline constexpr const char* UnitTable[kUnitCount] = {"", "m", "m2", "m3", "\xBA" "C",
+inline constexpr const char* UnitTable[kUnitCount] = {"", "m", "m2", "m3", ("\xBA" "C"),
                                                       "gr", "J", "rad", "seg", "w"};
 
 // One value of an enumerated type.
