@@ -2,7 +2,6 @@
 
 #include <cstring>
 
-#include "model/message_sink.h"
 #include "model/names.h"
 #include "model/numbers.h"
 #include "model/text.h"

@@ -1,6 +1,5 @@
 #include "model/quantity_records.h"
 
-#include "model/message_sink.h"
 #include "model/names.h"
 #include "model/numbers.h"
 #include "model/text.h"

@@ -11,10 +11,11 @@
 #include <vector>
 
 #include "editors/common/dialog.h"
+#include "support/scripted_answers.h"
 
 namespace orvane::test {
 
-class ScriptedServices : public DialogServices {
+class ScriptedServices : public DialogServices, public ScriptedAnswers {
  public:
   // The next nested dialog must be a `D`: it is started, then `script` works on it. A script that
   // does not end the dialog leaves it as if closed (Cancel).
@@ -24,23 +25,15 @@ class ScriptedServices : public DialogServices {
   }
   bool allScriptsPlayed() const { return scripts_.empty(); }
 
-  std::deque<bool> answers;                               // for askYesNo, in order
-  std::deque<std::optional<std::u16string>> pickedFiles;  // for both file pickers, in order
-
-  std::vector<std::u16string> messages;   // every message box shown
-  std::vector<std::u16string> questions;  // every Yes/No question asked
-  std::vector<FilePickerOptions> pickers;
   std::vector<std::string> dialogsRun;    // the type names of the nested dialogs, in order
 
-  void showMessage(std::u16string_view text) override;
-  bool askYesNo(std::u16string_view text) override;
-  std::optional<std::u16string> pickFileToOpen(const FilePickerOptions& options) override;
-  std::optional<std::u16string> pickFileToSave(const FilePickerOptions& options) override;
+  void showMessage(std::u16string_view text) override { messages.emplace_back(text); }
+  bool askYesNo(std::u16string_view text) override { return nextAnswer(text); }
+  std::optional<std::u16string> pickFileToOpen(const FilePickerOptions& options) override { return nextFile(options); }
+  std::optional<std::u16string> pickFileToSave(const FilePickerOptions& options) override { return nextFile(options); }
   int runModal(Dialog& dialog) override;
 
  private:
-  std::optional<std::u16string> nextFile(const FilePickerOptions& options);
-
   struct Script {
     std::type_index type;
     std::function<void(Dialog&)> play;

@@ -69,28 +69,6 @@ QPoint rowCentre(const QTableWidget* list, int row) {
 
 }  // namespace
 
-bool RecordingQtServices::askYesNo(std::u16string_view text) {
-  questions.emplace_back(text);
-  if (answers.empty()) {
-    ADD_FAILURE() << "a question nobody expected was asked";
-    return false;
-  }
-  const bool answer = answers.front();
-  answers.pop_front();
-  return answer;
-}
-
-std::optional<std::u16string> RecordingQtServices::nextFile(const FilePickerOptions& options) {
-  pickers.push_back(options);
-  if (pickedFiles.empty()) {
-    ADD_FAILURE() << "a file picker nobody expected was shown";
-    return std::nullopt;
-  }
-  std::optional<std::u16string> file = pickedFiles.front();
-  pickedFiles.pop_front();
-  return file;
-}
-
 void whenModalOpens(const std::type_info& window, std::function<void(QWidget&)> act) {
   ++pendingActions;
   pollForModal(window, std::move(act), currentTest, kPolls);

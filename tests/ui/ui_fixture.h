@@ -19,6 +19,7 @@
 #include <vector>
 
 #include "editors/common/messages.h"
+#include "support/scripted_answers.h"
 #include "ui/qt_services.h"
 #include "ui/report_list.h"
 
@@ -26,21 +27,12 @@ namespace orvane::test {
 
 // Message boxes, questions and file pickers are recorded and answered from queues; nested dialogs
 // open as real views.
-class RecordingQtServices : public QtDialogServices {
+class RecordingQtServices : public QtDialogServices, public ScriptedAnswers {
  public:
-  std::deque<bool> answers;
-  std::deque<std::optional<std::u16string>> pickedFiles;
-  std::vector<std::u16string> messages;
-  std::vector<std::u16string> questions;
-  std::vector<FilePickerOptions> pickers;
-
   void showMessage(std::u16string_view text) override { messages.emplace_back(text); }
-  bool askYesNo(std::u16string_view text) override;
+  bool askYesNo(std::u16string_view text) override { return nextAnswer(text); }
   std::optional<std::u16string> pickFileToOpen(const FilePickerOptions& options) override { return nextFile(options); }
   std::optional<std::u16string> pickFileToSave(const FilePickerOptions& options) override { return nextFile(options); }
-
- private:
-  std::optional<std::u16string> nextFile(const FilePickerOptions& options);
 };
 
 // Calls `act` on the next modal dialog of type `Window` to open, from inside its event loop (a

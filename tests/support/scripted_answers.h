@@ -1,0 +1,52 @@
+// What a test's dialog services answer and remember, shared by the scripted services of the logic
+// tests and the recording services of the view tests: questions and file pickers are answered from
+// queues, and every message, question and picker shown is kept. An answer nobody queued fails the
+// test.
+#ifndef ORVANE_TESTS_SCRIPTED_ANSWERS_H
+#define ORVANE_TESTS_SCRIPTED_ANSWERS_H
+
+#include <gtest/gtest.h>
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "editors/common/dialog.h"
+
+namespace orvane::test {
+
+struct ScriptedAnswers {
+  std::deque<bool> answers;                               // for Yes/No questions, in order
+  std::deque<std::optional<std::u16string>> pickedFiles;  // for both file pickers, in order
+
+  std::vector<std::u16string> messages;   // every message box shown
+  std::vector<std::u16string> questions;  // every Yes/No question asked
+  std::vector<FilePickerOptions> pickers;
+
+  bool nextAnswer(std::u16string_view question) {
+    questions.emplace_back(question);
+    if (answers.empty()) {
+      ADD_FAILURE() << "a question nobody expected was asked";
+      return false;
+    }
+    const bool answer = answers.front();
+    answers.pop_front();
+    return answer;
+  }
+
+  std::optional<std::u16string> nextFile(const FilePickerOptions& options) {
+    pickers.push_back(options);
+    if (pickedFiles.empty()) {
+      ADD_FAILURE() << "a file picker nobody expected was shown";
+      return std::nullopt;
+    }
+    std::optional<std::u16string> file = pickedFiles.front();
+    pickedFiles.pop_front();
+    return file;
+  }
+};
+
+}  // namespace orvane::test
+
+#endif
