@@ -244,10 +244,16 @@ void backupFile(const char* path) noexcept {
 
 
 bool writeTextFile(const char* path, std::string_view text) {
+  return writeTextFile(path, [text](const ChunkSink& sink) { return sink(text); });
+}
+
+bool writeTextFile(const char* path, const ChunkProducer& produce) {
   if (path == nullptr) return false;
   const std::optional<Target> target = replaceableTarget(path);
   if (!target) return false;
-  return replaceFile(*target, [&](int fd) { return writeWithWindowsLineEnds(fd, text); });
+  return replaceFile(*target, [&](int fd) {
+    return produce([fd](std::string_view chunk) { return writeWithWindowsLineEnds(fd, chunk); });
+  });
 }
 
 }  // namespace orvane

@@ -4,6 +4,7 @@
 #ifndef ORVANE_MODEL_FILE_IO_H
 #define ORVANE_MODEL_FILE_IO_H
 
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -31,6 +32,15 @@ void backupFile(const char* path) noexcept;
 // and no temporary file is left (every failure up to the rename), or the new document is in place
 // but the folder could not be flushed (the rename may not survive a power loss).
 bool writeTextFile(const char* path, std::string_view text);
+
+// Takes the document's bytes in order, a chunk at a time; false stops the write.
+using ChunkSink = std::function<bool(std::string_view chunk)>;
+// Hands the whole document to the sink, chunk by chunk; false when it could not.
+using ChunkProducer = std::function<bool(const ChunkSink& sink)>;
+
+// The same replacing write for a document produced in chunks, so that it never has to be held
+// whole in memory. A producer that fails leaves the target as it was.
+bool writeTextFile(const char* path, const ChunkProducer& produce);
 
 
 }  // namespace orvane

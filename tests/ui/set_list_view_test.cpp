@@ -24,7 +24,7 @@ class SetListView : public UiTest {
 };
 
 TEST_F(SetListView, OpensWithTheHostsCaptionsAndOneRowPerSet) {
-  logic.propertySets[1].description[0] = 'x';
+  setText(logic.propertySets[1].description, "x");
   open(view, logic);
   EXPECT_EQ(view.windowTitle(), "Conjunto de Propiedades");
   EXPECT_EQ(child<QPushButton>(view, "saveAsButton")->text(), "Guardar como...");
