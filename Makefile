@@ -25,8 +25,21 @@ configure: deps
 build: deps $(BUILD)/build.ninja
 	cmake --build $(BUILD) -j $(JOBS)
 
+# Random order, so a test that passes only after another one shows up.
 test: build
-	ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
+	ctest --test-dir $(BUILD) --output-on-failure --schedule-random -j $(JOBS)
+
+# `make memcheck`: every test binary of $(BUILD) under Valgrind's memcheck; an uninitialised read, an
+# invalid access or a definite leak fails it. Slow (minutes): not part of `make test` or CI.
+MEMCHECK_TESTS ?= model_tests exported_classes_test api/api_tests api/headless_editors_test common/common_tests editors/editor_tests tools/tools_tests ui/ui_tests
+MEMCHECK = valgrind --tool=memcheck --error-exitcode=99 --leak-check=full --errors-for-leak-kinds=definite \
+           --track-origins=yes --suppressions=tests/valgrind.supp --quiet
+.PHONY: memcheck
+memcheck: build
+	@for t in $(MEMCHECK_TESTS); do \
+	  echo "== memcheck $$t"; \
+	  QT_QPA_PLATFORM=offscreen $(MEMCHECK) $(BUILD)/tests/$$t --gtest_brief=1 || exit 1; \
+	done
 
 $(BUILD_SAN)/build.ninja: | deps
 	cmake -S . -B $(BUILD_SAN) $(CMAKE_FLAGS) -DCMAKE_BUILD_TYPE=Debug -DORVANE_SANITIZE=ON

@@ -36,7 +36,7 @@ void fillRecord(FlatPropertyRecord& record, const CIfcPropertySet& set, const CI
       copyText(record.valueText, orvane::formatInt(property.intValue).c_str());
       break;
     case PropertyReal:
-      copyText(record.valueText, orvane::formatReal3(property.realValue).c_str());
+      copyText(record.valueText, orvane::formatRealForField(property.realValue, sizeof record.valueText).c_str());
       break;
     case PropertyString:
       copyText(record.valueText, fieldText(property.textValue));

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <memory>
 #include <optional>
 
 #include "editors/assign/property_assign_dlg.h"
+#include "editors/common/line_reader.h"
 #include "editors/common/messages.h"
 #include "editors/common/text_codec.h"
 #include "editors/psets/list_enums_dlg.h"
@@ -17,12 +17,12 @@
 namespace orvane {
 namespace {
 
-// Reads the host's variable catalogue when its file opens; a missing one leaves it empty. The file
-// is closed before the editor is shown.
+// Reads the host's variable catalogue when its file opens; a missing one (or a FIFO, a device, a
+// file past the catalogue's size limit) leaves it empty. The file is closed before the editor is shown.
 void readCatalogue(const char* catalogPath, CConjuntoVariableZep& catalogue) {
   if (catalogPath == nullptr) return;
-  std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(catalogPath, "r"), std::fclose);
-  if (file) catalogue.leeFichero(file.get());
+  const HostTextFile file(catalogPath, kMaxCatalogueBytes);
+  if (file.stream() != nullptr) catalogue.leeFichero(file.stream());
 }
 
 // Releases the message table however the entry point is left.

@@ -2,6 +2,7 @@
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -12,7 +13,9 @@ namespace {
 // open is variadic in C; the seam wants one fixed signature.
 int openFile(const char* path, int flags, mode_t mode) { return ::open(path, flags, mode); }
 
-const FileSystem kPosix{openFile, ::read, ::write, ::fsync, ::fchmod, ::close, std::rename, ::unlink};
+const FileSystem kPosix{openFile,    ::read,   ::write,     ::fsync,      ::fchmod,    ::close,
+                        std::rename, ::unlink, ::fstat,     ::fchown,     ::ftruncate, ::linkat,
+                        ::flistxattr, ::fgetxattr, ::fsetxattr};
 
 FileSystem current = kPosix;
 

@@ -4,6 +4,7 @@
 #ifndef ORVANE_MODEL_FILE_SYSTEM_H
 #define ORVANE_MODEL_FILE_SYSTEM_H
 
+#include <sys/stat.h>
 #include <sys/types.h>
 
 #include <cstddef>
@@ -20,6 +21,13 @@ struct FileSystem {
   int (*close)(int fd);
   int (*rename)(const char* from, const char* to);
   int (*unlink)(const char* path);
+  int (*fstat)(int fd, struct stat* info);
+  int (*fchown)(int fd, uid_t owner, gid_t group);
+  int (*ftruncate)(int fd, off_t length);
+  int (*linkat)(int fromFolder, const char* from, int toFolder, const char* to, int flags);
+  ssize_t (*flistxattr)(int fd, char* names, std::size_t size);
+  ssize_t (*fgetxattr)(int fd, const char* name, void* value, std::size_t size);
+  int (*fsetxattr)(int fd, const char* name, const void* value, std::size_t size, int flags);
 };
 
 // The POSIX calls.

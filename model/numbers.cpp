@@ -54,4 +54,12 @@ NumberText formatReal3(double value) noexcept {
   return out;
 }
 
+NumberText formatRealForField(double value, std::size_t fieldSize) noexcept {
+  NumberText out = formatReal3(value);
+  if (std::strlen(out.text_) < fieldSize) return out;
+  auto result = std::to_chars(out.text_, out.text_ + sizeof out.text_ - 1, value);
+  *result.ptr = '\0';
+  return out;
+}
+
 }  // namespace orvane

@@ -3,6 +3,7 @@
 #ifndef ORVANE_MODEL_NUMBERS_H
 #define ORVANE_MODEL_NUMBERS_H
 
+#include <cstddef>
 #include <cstdint>
 
 namespace orvane {
@@ -22,11 +23,18 @@ class NumberText {
  private:
   friend NumberText formatInt(int32_t) noexcept;
   friend NumberText formatReal3(double) noexcept;
+  friend NumberText formatRealForField(double, std::size_t) noexcept;
   char text_[400];  // "%0.3lf" of the largest double has 313 characters
 };
 
 NumberText formatInt(int32_t value) noexcept;    // "%d"
 NumberText formatReal3(double value) noexcept;   // "%0.3lf": three decimals, a point, no grouping
+
+// formatReal3 when its text fits a field of `fieldSize` bytes with the terminator; otherwise (a
+// magnitude of about 1e252 or more, in a 256-byte record field) the shortest text that reads back
+// as the same double, such as "1e+308": cutting the long form would give the host a number
+// hundreds of orders of magnitude smaller.
+NumberText formatRealForField(double value, std::size_t fieldSize) noexcept;
 
 }  // namespace orvane
 

@@ -37,11 +37,10 @@ bool loadTree(const char* path, tinyxml2::XMLDocument& tree) noexcept {
 
 void saveWithBackup(const char* path, const tinyxml2::XMLPrinter& printer) {
   if (path == nullptr) return;
-  backupFile(path);
   const auto size = static_cast<std::size_t>(printer.CStrSize());
   const std::string_view printed(printer.CStr(), size > 0 ? size - 1 : 0);
-  if (printed.find('\r') == std::string_view::npos) writeTextFile(path, printed);
-  else writeTextFile(path, carriageReturnsEscaped(printed));
+  if (printed.find('\r') == std::string_view::npos) saveDocument(path, printed);
+  else saveDocument(path, carriageReturnsEscaped(printed));
 }
 
 }  // namespace orvane::xml

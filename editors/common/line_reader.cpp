@@ -1,5 +1,7 @@
 #include "editors/common/line_reader.h"
 
+#include "model/file_io.h"
+
 namespace orvane {
 
 char* readTextLine(char* buffer, int size, std::FILE* stream) {
@@ -31,6 +33,15 @@ char* readTextLine(char* buffer, int size, std::FILE* stream) {
   if (count == 0 && size > 1) return nullptr;  // the buffer keeps what it held
   buffer[count] = '\0';
   return failed ? nullptr : buffer;
+}
+
+HostTextFile::HostTextFile(const char* path, std::size_t maxBytes) {
+  if (!readFile(path, bytes_, maxBytes)) return;
+  stream_ = ::fmemopen(bytes_.data(), bytes_.size(), "r");  // a string's data is never null
+}
+
+HostTextFile::~HostTextFile() {
+  if (stream_ != nullptr) std::fclose(stream_);
 }
 
 }  // namespace orvane

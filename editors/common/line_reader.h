@@ -5,9 +5,37 @@
 #ifndef ORVANE_EDITORS_COMMON_LINE_READER_H
 #define ORVANE_EDITORS_COMMON_LINE_READER_H
 
+#include <cstddef>
 #include <cstdio>
+#include <string>
 
 namespace orvane {
+
+// Sizes past which a host file is taken for one that cannot be opened: far above any real one,
+// low enough that a wrong path (a log, an image, a disk) cannot flood the host's memory.
+inline constexpr std::size_t kMaxMessageFileBytes = std::size_t{4} << 20;  // 512 rows of 512 bytes, many times over
+inline constexpr std::size_t kMaxCatalogueBytes = std::size_t{64} << 20;
+inline constexpr std::size_t kMaxCsvBytes = std::size_t{64} << 20;
+
+// One of the host's text files, opened for the parsers as a stdio stream, the way the host's own
+// readers open it in text mode, except that only a regular file of at most `maxBytes` opens: a
+// FIFO (which would block the open), a device (/dev/zero never ends), a folder or a larger file
+// gives no stream, like a file that cannot be opened. The file is read whole when opened, so the
+// parsers read from memory and nothing they do can block.
+class HostTextFile {
+ public:
+  HostTextFile(const char* path, std::size_t maxBytes);
+  ~HostTextFile();
+  HostTextFile(const HostTextFile&) = delete;
+  HostTextFile& operator=(const HostTextFile&) = delete;
+
+  // The stream over the file's bytes; null when the file could not be opened.
+  std::FILE* stream() const noexcept { return stream_; }
+
+ private:
+  std::string bytes_;
+  std::FILE* stream_ = nullptr;
+};
 
 // Reads the next line of `stream` into `buffer`, as fgets does on a Windows text-mode stream:
 //

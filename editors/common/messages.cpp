@@ -1,7 +1,6 @@
 #include "editors/common/messages.h"
 
 #include <string.h>  // strtok_r
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <cstdio>
@@ -36,28 +35,17 @@ bool readRow(char* line, MessageEntry& row) {
   return true;
 }
 
-// On the host a folder does not open as a file; here fopen would take it and only the reads fail.
-bool isFolder(std::FILE* file) {
-  struct stat status {};
-  return ::fstat(::fileno(file), &status) == 0 && S_ISDIR(status.st_mode);
-}
-
 }  // namespace
 
 void setRutaMensajes(const char* path) { copyText(rutaMensajes, path != nullptr ? path : ""); }
 
 void cargaMensajes() {
-  std::FILE* file = std::fopen(rutaMensajes, "r");
+  // A folder, a FIFO, a device or an oversized file does not open, like a missing one.
+  const HostTextFile opened(rutaMensajes, kMaxMessageFileBytes);
+  std::FILE* file = opened.stream();
   if (file == nullptr) return;
-  if (isFolder(file)) {
-    std::fclose(file);
-    return;
-  }
   auto* rows = new (std::nothrow) MessageEntry[kReservedMessages]();
-  if (rows == nullptr) {
-    std::fclose(file);
-    return;
-  }
+  if (rows == nullptr) return;
   delete[] MessageTable;
   MessageTable = rows;
   numMensajes = 0;
@@ -70,7 +58,6 @@ void cargaMensajes() {
     if (readRow(line, rows[numMensajes])) ++numMensajes;
     readTextLine(line, sizeof line, file);
   }
-  std::fclose(file);
 }
 
 const char* getMensaje(int32_t group, int32_t id) {

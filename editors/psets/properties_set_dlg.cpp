@@ -2,9 +2,9 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <memory>
 
 #include "editors/common/edit_mode.h"
+#include "editors/common/line_reader.h"
 #include "editors/common/messages.h"
 #include "editors/common/text_codec.h"
 #include "editors/psets/csv_import.h"
@@ -118,9 +118,9 @@ void CPropertiesSetDlg::importCsv() {
   const FilePickerOptions options{{{u"CSV Files (*.csv)", u"*.csv"}, {u"All Files (*.*)", u"*.*"}}, u"csv", true};
   const std::optional<std::u16string> chosen = services().pickFileToOpen(options);
   if (!chosen) return;
-  std::unique_ptr<std::FILE, int (*)(std::FILE*)> file(std::fopen(toUtf8(*chosen).c_str(), "r"), std::fclose);
-  if (!file) return;
-  importPropertySetsCsv(file.get(), propertySets, getMensaje(4, 3));
+  const HostTextFile file(toUtf8(*chosen).c_str(), kMaxCsvBytes);  // a FIFO or a device is not read
+  if (file.stream() == nullptr) return;
+  importPropertySetsCsv(file.stream(), propertySets, getMensaje(4, 3));
   rebuildList();
 }
 

@@ -167,9 +167,12 @@ TEST(GetPropiedadesFichero, CutsLongTextsAtTheFieldWithoutSplittingACharacter) {
   std::string longValue;
   for (int i = 0; i < 150; ++i) longValue += "\xC3\xB1";  // 300 bytes of UTF-8 "ñ"
   const std::string path =
-      write(dir, "p.xml", psetFile("", propertySet(longSet, property("Nombre", "String", longValue))));
-  auto records = hostRecords<FlatPropertyRecord>(1);
-  ASSERT_EQ(getPropiedadesFichero(path.c_str(), records.data(), 1), 1);
+      write(dir, "p.xml", psetFile("", propertySet(longSet, property("Nombre", "String", longValue) +
+                                                                property("Enorme", "Real", "1e308"))));
+  auto records = hostRecords<FlatPropertyRecord>(2);
+  ASSERT_EQ(getPropiedadesFichero(path.c_str(), records.data(), 2), 2);
+  // "%0.3lf" of 1e308 has 313 characters: cut, it would be a number 10^58 times smaller.
+  EXPECT_STREQ(records[1].valueText, "1e+308");
   EXPECT_EQ(std::string(records[0].setName), std::string(255, 'S'));
   EXPECT_EQ(std::string(records[0].valueText), longValue.substr(0, 254));  // 255 would split a "ñ"
   EXPECT_TRUE(untouchedFrom(records[0].enumName, 0));  // nothing ran over into the next field

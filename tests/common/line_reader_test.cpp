@@ -2,6 +2,9 @@
 // end-of-file state the parsers' loops depend on.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cstdio>
 #include <filesystem>
 #include <string>
@@ -181,3 +184,40 @@ TEST(LineReader, FolderOpenedAsFileFailsWithAnErrorNotAnEnd) {
   EXPECT_STREQ(buffer, "previa");
   std::fclose(stream);
 }
+
+// The message file, the catalogue and the CSV import open the host's files through HostTextFile:
+// only a regular file within the input's size bound opens. A FIFO would block the open,
+// /dev/zero never ends, /dev/urandom floods memory; a hang here ends the run (SIGALRM).
+TEST(HostTextFile, OnlyARegularFileWithinItsBoundOpens) {
+  TempDir dir;
+  ASSERT_EQ(::mkfifo(dir.file("pipe").c_str(), 0600), 0);
+  orvane::test::writeBytes(dir.file("two-lines"), "A;x\r\nB;y");
+  const struct {
+    std::string path;
+    std::size_t bound;
+    bool opens;
+  } cases[] = {
+      {dir.file("pipe"), orvane::kMaxCatalogueBytes, false},
+      {"/dev/zero", orvane::kMaxCsvBytes, false},
+      {"/dev/urandom", orvane::kMaxMessageFileBytes, false},
+      {dir.path().string(), orvane::kMaxMessageFileBytes, false},
+      {dir.file("missing"), orvane::kMaxMessageFileBytes, false},
+      {dir.file("two-lines"), 7, false},  // one byte over the bound
+      {dir.file("two-lines"), 8, true},
+  };
+  ::alarm(20);
+  for (const auto& test : cases) {
+    const orvane::HostTextFile file(test.path.c_str(), test.bound);
+    EXPECT_EQ(file.stream() != nullptr, test.opens) << test.path << " within " << test.bound;
+  }
+  ::alarm(0);
+  // What opens reads as the file would, text-mode line ends included.
+  const orvane::HostTextFile file(dir.file("two-lines").c_str(), 8);
+  char line[16];
+  ASSERT_NE(readTextLine(line, sizeof line, file.stream()), nullptr);
+  EXPECT_STREQ(line, "A;x\n");
+  ASSERT_NE(readTextLine(line, sizeof line, file.stream()), nullptr);
+  EXPECT_STREQ(line, "B;y");
+  EXPECT_TRUE(std::feof(file.stream()));
+}
+

@@ -2,6 +2,9 @@
 // limit and the load / release rules the entry points rely on.
 #include <gtest/gtest.h>
 
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <cstring>
 #include <filesystem>
 #include <string>
@@ -138,10 +141,17 @@ TEST_F(MessageTableTest, MissingFileIsRetriedAtEachLookup) {
   EXPECT_EQ(text(3, 4), "Borrar");
 }
 
-TEST_F(MessageTableTest, FolderIsNoMessageFile) {
-  orvane::setRutaMensajes(dir_.path().c_str());
-  EXPECT_EQ(getMensaje(3, 4), nullptr);
-  EXPECT_EQ(orvane::MessageTable, nullptr);  // so it is tried again, as a missing file is
+// A folder, a FIFO (which would block the open) or a device (/dev/zero never ends) is no message
+// file; a hang ends the run (SIGALRM).
+TEST_F(MessageTableTest, OnlyARegularFileIsAMessageFile) {
+  ASSERT_EQ(::mkfifo(dir_.file("pipe").c_str(), 0600), 0);
+  ::alarm(20);
+  for (const std::string& path : {dir_.path().string(), dir_.file("pipe"), std::string("/dev/zero")}) {
+    orvane::setRutaMensajes(path.c_str());
+    EXPECT_EQ(getMensaje(3, 4), nullptr) << path;
+    EXPECT_EQ(orvane::MessageTable, nullptr) << path;  // so it is tried again, as a missing file is
+  }
+  ::alarm(0);
 }
 
 TEST_F(MessageTableTest, ReleaseFreesATableWithRowsAndTheNextLookupReloads) {

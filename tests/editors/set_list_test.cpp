@@ -1,5 +1,8 @@
 // The list of sets: nested creation, sorting, deletion, save-as, CSV import, and quantity mode with
 // the quantity-set editors.
+#include <sys/stat.h>
+#include <unistd.h>
+
 #include <filesystem>
 
 #include "editors/psets/list_enums_dlg.h"
@@ -214,11 +217,17 @@ TEST_F(CsvImport, NewSetsStayAtTheEndUntilTheNextInsert) {
   EXPECT_EQ(names(dlg.propertySets), (std::vector<std::string>{"Alfa", "Beta", "Muros", "Nombre"}));
 }
 
-TEST_F(CsvImport, AMissingFileAndLongLinesDoNoHarm) {
+TEST_F(CsvImport, AMissingFileAFifoADeviceAndLongLinesDoNoHarm) {
   CPropertiesSetDlg dlg = open({});
-  services.pickedFiles.push_back(u"/no/such/file.csv");
-  dlg.importCsv();
-  EXPECT_TRUE(dlg.propertySets.empty());
+  const std::string fifo = dir.file("pipe.csv");
+  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+  ::alarm(20);  // a FIFO would block the open, /dev/zero never ends: a hang ends the run
+  for (const std::string& path : {std::string("/no/such/file.csv"), fifo, std::string("/dev/zero")}) {
+    services.pickedFiles.push_back(fromUtf8(path));
+    dlg.importCsv();
+    EXPECT_TRUE(dlg.propertySets.empty()) << path;
+  }
+  ::alarm(0);
   import(dlg, "S;" + std::string(400, 'p') + ";d;Real;1\n");
   // Read in pieces of 255 characters, each a line of its own: "S;" and 253 p (two fields, skipped),
   // then the other 147 p, "d", "Real" and "1\n": four fields, so a set named by the 147 p.

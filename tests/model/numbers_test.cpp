@@ -53,6 +53,23 @@ TEST(FormatNumbers, TheLargestDoubleFitsItsBuffer) {
   EXPECT_EQ(text.substr(text.size() - 4), ".000");
 }
 
+// A 256-byte record field holds 255 characters: "%0.3lf" of 9e250 has 255, of 1e251 256. What does
+// not fit is written in the shortest form that reads back as the same double.
+TEST(FormatNumbers, ARealTooLongForItsFieldIsWrittenInItsShortestExactForm) {
+  const struct {
+    double value;
+    const char* text;  // null: the three-decimal form
+  } cases[] = {{2.5, nullptr}, {9e250, nullptr}, {-9e249, nullptr}, {1e251, "1e+251"}, {1e308, "1e+308"},
+               {-1.7976931348623157e308, "-1.7976931348623157e+308"}};
+  for (const auto& test : cases) {
+    const std::string text = orvane::formatRealForField(test.value, 256).c_str();
+    SCOPED_TRACE(text);
+    EXPECT_EQ(text, test.text != nullptr ? test.text : formatReal3(test.value).c_str());
+    EXPECT_LE(text.size(), 255u);
+    EXPECT_EQ(readReal(text.c_str()), test.text != nullptr ? test.value : readReal(formatReal3(test.value).c_str()));
+  }
+}
+
 // LOCPATH points at a German locale made at build time; without it the test cannot run.
 TEST(FormatNumbers, IgnoreTheHostLocale) {
   const std::string previous = std::setlocale(LC_ALL, nullptr);

@@ -1,5 +1,6 @@
 // orvane edit | assign, in a session without a display (as CI runs): the commands reach the entry
-// points, which say on stderr that they cannot show the editors and change nothing.
+// points, which say on stderr that they cannot show the editors and change nothing; nothing was
+// edited, so the command fails.
 #include <gtest/gtest.h>
 #include <stdlib.h>
 
@@ -18,8 +19,9 @@ class EditorCommands : public ToolTest {
     quantities = write("q.xml", qsetFile("", "", ""));
   }
   static void expectNoDisplay(const CliResult& result) {
-    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.status, 2) << result.err;
     EXPECT_NE(result.err.find("the editors need a display"), std::string::npos) << result.err;
+    EXPECT_NE(result.err.find("orvane: no editor could be shown; nothing was edited"), std::string::npos) << result.err;
   }
   std::string sets, quantities;
 };

@@ -1,7 +1,7 @@
 #include "catalogue.h"
 
 #include <algorithm>
-#include <fstream>
+#include <sstream>
 
 #include "documents.h"
 #include "text.h"
@@ -19,8 +19,7 @@ std::string_view withoutLineEnd(std::string_view line) {
 }  // namespace
 
 HostCatalogue HostCatalogue::read(const std::string& path) {
-  requireReadableFile(path, "catalogue");
-  std::ifstream in(path, std::ios::binary);
+  std::istringstream in(readInputFile(path, "catalogue"));
   HostCatalogue catalogue;
   std::string line;
   while (std::getline(in, line)) {
@@ -35,7 +34,6 @@ HostCatalogue HostCatalogue::read(const std::string& path) {
       rest.remove_prefix(std::min(comma + 1, rest.size()));
     }
   }
-  if (in.bad()) throw ToolError("catalogue " + path + ": cannot be read");
   return catalogue;
 }
 

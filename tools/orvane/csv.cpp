@@ -109,11 +109,7 @@ std::vector<CsvRecord> parseCsv(std::string_view text, const std::string& source
 }
 
 std::vector<CsvRecord> readCsvFile(const std::string& path) {
-  requireReadableFile(path, "records file");
-  std::ifstream in(path, std::ios::binary);
-  const std::string text{std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
-  if (in.bad()) throw ToolError("cannot read " + path);
-  return parseCsv(text, path);
+  return parseCsv(readInputFile(path, "records file"), path);
 }
 
 void writeCsvLine(std::ostream& out, const std::vector<std::string>& fields) {

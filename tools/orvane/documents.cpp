@@ -2,9 +2,15 @@
 
 #include <tinyxml2.h>
 
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
 #include <climits>
+#include <cstdint>
+#include <cstring>
 #include <filesystem>
-#include <fstream>
 
 #include "tool_error.h"
 
@@ -41,12 +47,46 @@ std::vector<Record> readAll(Fill fill) {
 
 }  // namespace
 
-void requireReadableFile(const std::string& path, const std::string& what) {
-  std::error_code error;
-  const fs::file_status status = fs::status(path, error);
-  if (!fs::exists(status)) throw ToolError(what + " " + path + ": no such file");
-  if (fs::is_directory(status)) throw ToolError(what + " " + path + ": is a folder, not a file");
-  if (!std::ifstream(path, std::ios::binary)) throw ToolError(what + " " + path + ": cannot be opened");
+namespace {
+
+// Opens `path` for reading without blocking on a FIFO, and checks that it is a regular file
+// within the size limit. The descriptor is the caller's to close.
+int openInputFile(const std::string& path, const std::string& what) {
+  const int fd = ::open(path.c_str(), O_RDONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+  if (fd < 0) {
+    const int error = errno;
+    if (error == ENOENT) throw ToolError(what + " " + path + ": no such file");
+    throw ToolError(what + " " + path + ": cannot be opened (" + std::strerror(error) + ")");
+  }
+  struct stat info {};
+  std::string problem;
+  if (::fstat(fd, &info) != 0) problem = "cannot be read";
+  else if (S_ISDIR(info.st_mode)) problem = "is a folder, not a file";
+  else if (!S_ISREG(info.st_mode)) problem = "is not a regular file (a FIFO or a device is not read)";
+  else if (static_cast<std::uintmax_t>(info.st_size) > kMaxInputBytes) problem = "is larger than 256 MiB";
+  if (problem.empty()) return fd;
+  ::close(fd);
+  throw ToolError(what + " " + path + ": " + problem);
+}
+
+}  // namespace
+
+void requireReadableFile(const std::string& path, const std::string& what) { ::close(openInputFile(path, what)); }
+
+std::string readInputFile(const std::string& path, const std::string& what) {
+  const int fd = openInputFile(path, what);
+  std::string bytes;
+  char chunk[65536];
+  for (;;) {
+    const ssize_t got = ::read(fd, chunk, sizeof chunk);
+    if (got < 0 && errno == EINTR) continue;
+    if (got <= 0 || bytes.size() + static_cast<std::size_t>(got) > kMaxInputBytes) {
+      ::close(fd);
+      if (got == 0) return bytes;
+      throw ToolError(what + " " + path + (got < 0 ? ": cannot be read" : ": is larger than 256 MiB"));
+    }
+    bytes.append(chunk, static_cast<std::size_t>(got));
+  }
 }
 
 DocumentKind documentKind(const std::string& path) {

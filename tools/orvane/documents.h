@@ -15,9 +15,17 @@ namespace orvane::cli {
 
 enum class DocumentKind { PropertySets, QuantitySets };
 
-// Throws a ToolError unless `path` names a regular file that can be opened. `what` names the
-// file in the message ("records file", "catalogue").
+// The largest file the tool reads (a document, a records file, a catalogue).
+inline constexpr std::size_t kMaxInputBytes = std::size_t{256} << 20;
+
+// Every file a command reads is opened here. Throws a ToolError unless `path` names a regular
+// file of at most kMaxInputBytes that can be opened: a FIFO (which would block), a device
+// (/dev/zero never ends) or a folder is refused without reading it. `what` names the file in the
+// message ("records file", "catalogue").
 void requireReadableFile(const std::string& path, const std::string& what);
+
+// The bytes of the file at `path`, under the same rules.
+std::string readInputFile(const std::string& path, const std::string& what);
 
 // The kind of the XML document at `path`, by its root element ("PropertySetsBIM" or
 // "QuantitiesSetQuorsel"). Throws a ToolError for a missing, malformed or foreign file.

@@ -1,7 +1,10 @@
 // orvane edit | assign: the editors of liborvane opened from the shell, through the same entry
 // points a CAD program calls. They need a display; without one the library says so on stderr and
-// changes nothing.
+// changes nothing, and the command exits with 2.
 #include <CLI/CLI.hpp>
+#include <unistd.h>
+
+#include <cstdlib>
 #include <iostream>
 #include <memory>
 #include <vector>
@@ -25,6 +28,31 @@ struct EditorOptions {
 
 const char* orNull(const std::string& text) { return text.empty() ? nullptr : text.c_str(); }
 
+std::string variable(const char* name) {
+  const char* value = std::getenv(name);
+  return value != nullptr ? value : "";
+}
+
+// Whether the library could show its editors: by the rule it applies itself (it then returns as
+// if the user had cancelled and says why on stderr), a platform that needs no display server
+// (offscreen, vnc...), a Wayland display, or an X display whose local socket exists.
+bool editorsCanBeShown() {
+  const std::string platform = variable("QT_QPA_PLATFORM");
+  const bool x11 = platform.rfind("xcb", 0) == 0, wayland = platform.rfind("wayland", 0) == 0;
+  if (!platform.empty() && !x11 && !wayland) return true;
+  if (wayland || (platform.empty() && !variable("WAYLAND_DISPLAY").empty())) return !variable("WAYLAND_DISPLAY").empty();
+  const std::string display = variable("DISPLAY");
+  if (display.empty()) return false;
+  if (display[0] != ':') return true;  // a remote display: only connecting would tell
+  return ::access(("/tmp/.X11-unix/X" + display.substr(1, display.find('.') - 1)).c_str(), F_OK) == 0;
+}
+
+// After an entry point returned: nothing was edited when it could show no editor (exit 2).
+int editorShown() {
+  if (!editorsCanBeShown()) throw ToolError("no editor could be shown; nothing was edited");
+  return kExitOk;
+}
+
 void addTextFiles(CLI::App& command, EditorOptions& options) {
   command.add_option("--messages", options.messages, "The host's message file (captions and messages)")
       ->check(CLI::ExistingFile);
@@ -36,14 +64,14 @@ int assignPropertySets(const EditorOptions& options) {
   if (!asignarPropiedades(options.file.c_str(), options.object.c_str(), orNull(options.messages),
                           orNull(options.catalog)))
     throw ToolError(options.file + ": not a readable property-set document");
-  return kExitOk;
+  return editorShown();
 }
 
 int assignQuantitySets(const EditorOptions& options) {
   if (!asignarCuantificadores(options.file.c_str(), options.object.c_str(), options.kind.c_str(),
                               options.values.data(), static_cast<int>(options.values.size())))
     throw ToolError(options.file + ": not a readable quantity-set document");
-  return kExitOk;
+  return editorShown();
 }
 
 void addEdit(CLI::App& app, Action& action) {
@@ -58,7 +86,7 @@ void addEdit(CLI::App& app, Action& action) {
   p->callback([psets, &action] {
     action = [psets] {
       PropertiesSet(psets->file.c_str(), orNull(psets->messages), orNull(psets->catalog));
-      return kExitOk;
+      return editorShown();
     };
   });
 
@@ -68,7 +96,7 @@ void addEdit(CLI::App& app, Action& action) {
   q->callback([qsets, &action] {
     action = [qsets] {
       QuantitiesSet(qsets->file.c_str());
-      return kExitOk;
+      return editorShown();
     };
   });
 }

@@ -1,6 +1,10 @@
 // orvane: property-set and quantity-set documents from the shell, through liborvane as a host
 // program reaches them.
 #include <CLI/CLI.hpp>
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <cstring>
 #include <exception>
 #include <iostream>
 #include <new>
@@ -15,6 +19,16 @@ using orvane::cli::kExitError;
 
 std::string usageMessage(const CLI::App*, const CLI::Error& error) {
   return std::string("orvane: ") + error.what() + "\nRun with --help for more information.\n";
+}
+
+// Everything written to standard output must have reached it (a full disk, a closed pipe): the
+// one check of the output, made after every command.
+void requireOutputWritten() {
+  std::cout.flush();
+  errno = 0;
+  if (std::fflush(stdout) == 0 && !std::ferror(stdout) && std::cout.good()) return;
+  const std::string why = errno != 0 ? std::strerror(errno) : "write error";
+  throw orvane::cli::ToolError("cannot write the output (" + why + ")");
 }
 
 int run(int argc, char** argv) {
@@ -38,12 +52,16 @@ int run(int argc, char** argv) {
     return app.exit(error) == 0 ? 0 : kExitError;
   }
   if (!action) throw orvane::cli::ToolError("a command is required; run with --help to see them");
-  return action();
+  const int status = action();
+  requireOutputWritten();
+  return status;
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
+  // A closed pipe is a failed write like a full disk: reported and exit 2, not a silent death.
+  std::signal(SIGPIPE, SIG_IGN);
   // Whatever goes wrong ends in one line on stderr and an exit status, never in a stack trace.
   try {
     return run(argc, argv);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
+#include "documents.h"
 #include "text.h"
 #include "tool_error.h"
 
@@ -103,8 +104,14 @@ bool isXmlFile(const fs::path& path) { return equalsNoCase(path.extension().stri
 }  // namespace
 
 PsdFile readPsdFile(const fs::path& path) {
+  std::string bytes;
+  try {
+    bytes = readInputFile(path.string(), "file");
+  } catch (const ToolError& refused) {
+    return {std::nullopt, refused.what()};
+  }
   tinyxml2::XMLDocument xml;
-  if (xml.LoadFile(path.string().c_str()) != tinyxml2::XML_SUCCESS) return {std::nullopt, "not well-formed XML"};
+  if (xml.Parse(bytes.data(), bytes.size()) != tinyxml2::XML_SUCCESS) return {std::nullopt, "not well-formed XML"};
   const XMLElement* root = xml.RootElement();
   const std::string_view kind = root != nullptr ? localName(*root) : std::string_view();
   PsdSet set;
