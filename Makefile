@@ -36,10 +36,10 @@ MEMCHECK = valgrind --tool=memcheck --error-exitcode=99 --leak-check=full --erro
            --track-origins=yes --suppressions=tests/valgrind.supp --quiet
 .PHONY: memcheck
 memcheck: build
-	@for t in $(MEMCHECK_TESTS); do \
+	@status=0; for t in $(MEMCHECK_TESTS); do \
 	  echo "== memcheck $$t"; \
-	  QT_QPA_PLATFORM=offscreen $(MEMCHECK) $(BUILD)/tests/$$t --gtest_brief=1 || exit 1; \
-	done
+	  QT_QPA_PLATFORM=offscreen $(MEMCHECK) $(BUILD)/tests/$$t --gtest_brief=1 || status=1; \
+	done; exit $$status
 
 $(BUILD_SAN)/build.ninja: | deps
 	cmake -S . -B $(BUILD_SAN) $(CMAKE_FLAGS) -DCMAKE_BUILD_TYPE=Debug -DORVANE_SANITIZE=ON

@@ -363,7 +363,7 @@ TEST(FileIo, ASaveOnAFullFileSystemLeavesTheOldDocument) {
   const std::string path = dir.file("doc.xml");
   const pid_t child = ::fork();
   if (child == 0) {
-    if (::unshare(CLONE_NEWNS) != 0 || ::mount(nullptr, "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
+    if (::unshare(CLONE_NEWNS) != 0 || ::mount("none", "/", "none", MS_REC | MS_PRIVATE, nullptr) != 0 ||
         ::mount("tmpfs", dir.path().c_str(), "tmpfs", 0, "size=64k") != 0)
       ::_exit(77);
     writeBytes(path, "old");

@@ -69,6 +69,9 @@ TEST_F(ToolTest, InputsThatAreNoRegularFilesAreRefusedWithoutReading) {
     expectError(run({"psets", "merge", document, path("part.xml"), input}), "records file " + input + ": is not a regular");
     expectError(run({"check", document, "--catalog", input}), "catalogue " + input + ": is not a regular file");
   }
+  // Nor is anything but a regular file replaced by an output.
+  const std::string records = write("r.csv", "Muros,Alto,Real,4\n");
+  expectError(run({"psets", "merge", document, "/dev/null", records}), "/dev/null: is not a regular file");
 }
 
 // Runs `orvane args...` with standard output on `out` (a descriptor) and stderr into `errPath`;

@@ -115,6 +115,15 @@ void requireWritableTarget(const std::string& path) {
   const fs::path folder = fs::path(path).parent_path();
   if (!folder.empty() && !fs::is_directory(folder, error))
     throw ToolError(path + ": cannot be written, folder " + folder.string() + " does not exist");
+  // The library leaves a file it could not open for writing as it was, and says nothing: ask the
+  // kernel the same question first (no truncation, no blocking on a FIFO).
+  const int fd = ::open(path.c_str(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
+  if (fd < 0 && errno != ENOENT) throw ToolError(path + ": cannot be written (" + std::strerror(errno) + ")");
+  if (fd < 0) return;
+  struct stat info {};
+  const bool regular = ::fstat(fd, &info) == 0 && S_ISREG(info.st_mode);
+  ::close(fd);
+  if (!regular) throw ToolError(path + ": is not a regular file, it is not replaced");
 }
 
 void requireDistinct(const std::string& input, const std::string& output) {

@@ -34,8 +34,9 @@ DocumentKind documentKind(const std::string& path);
 // Throws a ToolError unless `path` holds a document of `kind`.
 void requireDocument(const std::string& path, DocumentKind kind);
 
-// Throws a ToolError unless a file can be written at `path`: its folder exists and it is not a
-// folder itself. The library reports no failed write, so the tool looks first.
+// Throws a ToolError unless a file can be written at `path`: its folder exists, and it is missing
+// or a regular file the tool may open for writing. The library reports no failed write (it leaves
+// such a file as it was), so the tool looks first and says why.
 void requireWritableTarget(const std::string& path);
 
 // Throws a ToolError when `output` is the same file as `input`.

@@ -45,6 +45,7 @@ int mergeProperties(const MergeOptions& options) {
   requireDocument(options.file, DocumentKind::PropertySets);
   requireDistinct(options.file, options.partial);
   requireWritableTarget(options.partial);
+  if (options.save) requireWritableTarget(options.file);
   const std::vector<FlatPropertyRecord> records = readPropertyCsv(options.records);
   setPropiedadesFichero(options.file.c_str(), options.partial.c_str(), records.data(),
                         static_cast<int>(records.size()), options.save ? 1 : 0);
