@@ -57,7 +57,7 @@ bench: deps
 	@for b in $(BUILD)-bench/bench/orvane_bench_*; do [ -x "$$b" ] && "$$b"; done
 
 clean:
-	rm -rf $(BUILD) $(BUILD_SAN) $(BUILD)-bench $(BUILD_FUZZ)
+	rm -rf $(BUILD) $(BUILD_SAN) $(BUILD)-bench $(BUILD_FUZZ) $(BUILD_COV)
 
 # A Debian package of the library, its headers, CMake and pkg-config files, the tool and the samples.
 .PHONY: package
@@ -120,3 +120,18 @@ run: build
 # Pictures of every dialog on the sample project, drawn offscreen, for docs/screenshots.
 screenshots: build
 	$(BUILD)/ui/orvane_screenshots samples docs/screenshots
+
+# `make coverage`: every test in a gcc --coverage build ($(BUILD_COV)), then the line and branch
+# coverage of model/, api/, editors/, ui/ and tools/ (gcovr; per file in $(BUILD_COV)/coverage/).
+# Counts from an earlier run are cleared first, so the figures are this run's alone.
+BUILD_COV ?= build-coverage
+.PHONY: coverage
+
+$(BUILD_COV)/build.ninja: | deps
+	cmake -S . -B $(BUILD_COV) -G Ninja -DCMAKE_BUILD_TYPE=Debug -DORVANE_COVERAGE=ON
+
+coverage: deps $(BUILD_COV)/build.ninja
+	cmake --build $(BUILD_COV) -j $(JOBS)
+	find $(BUILD_COV) -name '*.gcda' -delete
+	ctest --test-dir $(BUILD_COV) --output-on-failure -j $(JOBS)
+	bash scripts/coverage-report.sh $(BUILD_COV)

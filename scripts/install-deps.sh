@@ -6,7 +6,7 @@ set -euo pipefail
 packages=(
   cmake ninja-build g++ pkg-config binutils dpkg-dev locales
   libtinyxml2-dev
-  libgtest-dev libgmock-dev libbenchmark-dev valgrind
+  libgtest-dev libgmock-dev libbenchmark-dev valgrind gcovr
   clang libclang-rt-14-dev
   libcli11-dev nlohmann-json3-dev
   qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev

@@ -18,9 +18,11 @@ using orvane::test::withLineEnds;
 
 namespace {
 
+using Groups = std::vector<std::string>;
+
 // A group as "Name:var1|var2|..." so a whole catalogue compares in one expectation.
-std::vector<std::string> describe(const CConjuntoVariableZep& catalogue) {
-  std::vector<std::string> out;
+Groups describe(const CConjuntoVariableZep& catalogue) {
+  Groups out;
   for (const CZepGrupo& group : catalogue.groups) {
     std::string line = std::string(group.name) + ":";
     for (std::size_t i = 0; i < group.variables.size(); ++i)
@@ -30,84 +32,69 @@ std::vector<std::string> describe(const CConjuntoVariableZep& catalogue) {
   return out;
 }
 
-using Groups = std::vector<std::string>;
-
 class CatalogueFile : public ::testing::TestWithParam<LineEnd> {
  protected:
-  // Reads a file holding `text` (with "\n" for the parameter's line end) into `catalogue_`.
+  // Reads a file holding `text` (with "\n" for the parameter's line end) into `catalogue`.
   int read(std::string_view text, const char* name = "variables.txt") {
-    const std::string path = dir_.file(name);
+    const std::string path = dir.file(name);
     orvane::test::writeBytes(path, withLineEnds(text, GetParam()));
     std::FILE* stream = std::fopen(path.c_str(), "r");
     EXPECT_NE(stream, nullptr);
     if (stream == nullptr) return -1;
-    const int result = catalogue_.leeFichero(stream);
+    const int result = catalogue.leeFichero(stream);
     std::fclose(stream);
     return result;
   }
 
-  TempDir dir_;
-  CConjuntoVariableZep catalogue_;
+  TempDir dir;
+  CConjuntoVariableZep catalogue;
+};
+
+struct Format {
+  const char* rule;
+  std::string text;
+  Groups groups;
 };
 
 }  // namespace
 
-TEST_P(CatalogueFile, LastVariableOfALineKeepsTheLineFeed) {
-  EXPECT_EQ(read("Eje;PK,Cota,Pendiente\nMuro;Altura\n"), 1);
-  EXPECT_EQ(describe(catalogue_), (Groups{"Eje:PK|Cota|Pendiente\n", "Muro:Altura\n"}));
-}
-
-TEST_P(CatalogueFile, LastLineWithoutLineFeedKeepsItsLastVariableBare) {
-  read("Eje;PK,Cota\nMuro;Altura");
-  EXPECT_EQ(describe(catalogue_), (Groups{"Eje:PK|Cota\n", "Muro:Altura"}));
-}
-
-TEST_P(CatalogueFile, EmptyFilesAndEmptyLinesGiveNothing) {
-  EXPECT_EQ(read(""), 0);
-  EXPECT_EQ(read("\n\n\n"), 0);
-  EXPECT_TRUE(catalogue_.groups.empty());
-}
-
-TEST_P(CatalogueFile, EmptyVariableNamesAreSkipped) {
-  read("A;x,,y\nB;,z,\n");
-  EXPECT_EQ(describe(catalogue_), (Groups{"A:x|y\n", "B:z|\n"}));  // the trailing comma leaves "\n"
-}
-
-TEST_P(CatalogueFile, LeadingSemicolonsAreSkippedAndLaterOnesBelongToNames) {
-  read(";;A;x\nA;x;y,z\n");
-  EXPECT_EQ(describe(catalogue_), (Groups{"A:x\n", "A:x;y|z\n"}));
-}
-
-TEST_P(CatalogueFile, LinesWithoutVariablesAreDropped) {
-  read("Suelto\n;;;\nA;\nB;x\nC;");
-  // "A;" plus its line feed has one variable, the line feed; "C;" at the end has none.
-  EXPECT_EQ(describe(catalogue_), (Groups{"A:\n", "B:x\n"}));
-}
-
-TEST_P(CatalogueFile, BlanksAndBytesAbove127BelongToTheNames) {
-  read(" Habitaci\xF3n ; Superficie \xFAtil , Temperatura \xBA" "C\n");
-  EXPECT_EQ(describe(catalogue_), (Groups{" Habitaci\xF3n : Superficie \xFAtil | Temperatura \xBA" "C\n"}));
-}
-
-TEST_P(CatalogueFile, DuplicatesAreKeptInFileOrder) {
-  read("Eje;PK,PK\nMuro;Alto\nEje;Radio\n");
-  EXPECT_EQ(describe(catalogue_), (Groups{"Eje:PK|PK\n", "Muro:Alto\n", "Eje:Radio\n"}));
-}
-
-TEST_P(CatalogueFile, LongLineIsReadAsTwoLines) {
-  // 600 characters: 511 of them make group A, the remaining 89 (and the line feed) group B.
-  const std::string first = "A;" + std::string(509, 'x');
-  const std::string second = "B;" + std::string(85, 'y') + ",z";
-  ASSERT_EQ(first.size() + second.size(), 600u);
-  read(first + second + "\n");
-  EXPECT_EQ(describe(catalogue_), (Groups{"A:" + std::string(509, 'x'), "B:" + std::string(85, 'y') + "|z\n"}));
+TEST_P(CatalogueFile, LineFormat) {
+  // 600 characters on one line: 511 of them make group A, the other 89 (and the line feed) group B.
+  const std::string longFirst = "A;" + std::string(509, 'x'), longSecond = "B;" + std::string(85, 'y') + ",z";
+  const Format formats[] = {
+      {"the last variable of a line keeps the line feed", "Eje;PK,Cota,Pendiente\nMuro;Altura\n",
+       {"Eje:PK|Cota|Pendiente\n", "Muro:Altura\n"}},
+      {"a last line without line feed keeps its variable bare", "Eje;PK,Cota\nMuro;Altura",
+       {"Eje:PK|Cota\n", "Muro:Altura"}},
+      {"an empty file", "", {}},
+      {"empty lines", "\n\n\n", {}},
+      // the trailing comma leaves "\n" as a name
+      {"empty variable names are skipped", "A;x,,y\nB;,z,\n", {"A:x|y\n", "B:z|\n"}},
+      {"leading semicolons are skipped, later ones belong to names", ";;A;x\nA;x;y,z\n",
+       {"A:x\n", "A:x;y|z\n"}},
+      // "A;" and its line feed have one variable, the line feed; "C;" at the end has none.
+      {"lines without variables are dropped", "Suelto\n;;;\nA;\nB;x\nC;", {"A:\n", "B:x\n"}},
+      {"blanks and bytes above 127 belong to names",
+       " Habitaci\xF3n ; Superficie \xFAtil , Temperatura \xBA" "C\n",
+       {" Habitaci\xF3n : Superficie \xFAtil | Temperatura \xBA" "C\n"}},
+      {"duplicates are kept in file order", "Eje;PK,PK\nMuro;Alto\nEje;Radio\n",
+       {"Eje:PK|PK\n", "Muro:Alto\n", "Eje:Radio\n"}},
+      {"a long line is read as two", longFirst + longSecond + "\n",
+       {"A:" + std::string(509, 'x'), "B:" + std::string(85, 'y') + "|z\n"}},
+  };
+  for (const Format& format : formats) {
+    SCOPED_TRACE(format.rule);
+    catalogue.groups.clear();
+    EXPECT_EQ(read(format.text), format.groups.empty() ? 0 : 1);
+    EXPECT_EQ(describe(catalogue), format.groups);
+  }
 }
 
 TEST_P(CatalogueFile, TwoStreamsAppend) {
   EXPECT_EQ(read("Eje;PK\n", "uno.txt"), 1);
   EXPECT_EQ(read("Muro;Alto\n", "dos.txt"), 1);
   EXPECT_EQ(read("", "vacio.txt"), 1);  // the groups read before still count
-  EXPECT_EQ(describe(catalogue_), (Groups{"Eje:PK\n", "Muro:Alto\n"}));
+  EXPECT_EQ(describe(catalogue), (Groups{"Eje:PK\n", "Muro:Alto\n"}));
 }
 
 INSTANTIATE_TEST_SUITE_P(LineEnds, CatalogueFile, ::testing::Values(LineEnd::LF, LineEnd::CRLF),
@@ -145,43 +132,32 @@ TEST(CatalogueStream, NullAndFailingStreamsEndTheRead) {
   std::fclose(folder);
 }
 
-TEST(CatalogueAccess, IndexesAreCheckedAgainstTheLists) {
+TEST(CatalogueClasses, IndexesAreCheckedAgainstTheLists) {
   CConjuntoVariableZep catalogue;
-  EXPECT_EQ(catalogue.getNumGrupos(), 0);
   EXPECT_EQ(catalogue.getGrupo(0), nullptr);
   catalogue.groups.emplace_back("Eje");
-  catalogue.groups[0].variables.emplace_back("PK");
-  catalogue.groups[0].variables.emplace_back("Cota");
+  for (const char* name : {"PK", "Cota"}) catalogue.groups[0].variables.emplace_back(name);
+  for (int index : {-1, 1}) EXPECT_EQ(catalogue.getGrupo(index), nullptr) << index;
   ASSERT_NE(catalogue.getGrupo(0), nullptr);
-  EXPECT_STREQ(catalogue.getGrupo(0)->name, "Eje");
-  EXPECT_EQ(catalogue.getGrupo(1), nullptr);
-  EXPECT_EQ(catalogue.getGrupo(-1), nullptr);
   const CZepGrupo& group = *catalogue.getGrupo(0);
   EXPECT_EQ(group.getNumVariables(), 2);
   ASSERT_NE(group.getVariable(1), nullptr);
   EXPECT_STREQ(group.getVariable(1)->name, "Cota");
-  EXPECT_EQ(group.getVariable(2), nullptr);
-  EXPECT_EQ(group.getVariable(-1), nullptr);
+  for (int index : {-1, 2}) EXPECT_EQ(group.getVariable(index), nullptr) << index;
 }
 
-TEST(CatalogueClasses, NamesAreCutToTheirFields) {
-  const CZepVariable variable(std::string(600, 'v'));
-  EXPECT_EQ(std::string(variable.name), std::string(511, 'v'));
-  const CZepGrupo group(std::string(512, 'g'));
-  EXPECT_EQ(std::string(group.name), std::string(511, 'g'));
-}
+TEST(CatalogueClasses, NamesAreCutToTheirFieldsAndGroupsCopyDeep) {
+  EXPECT_EQ(std::string(CZepVariable(std::string(600, 'v')).name), std::string(511, 'v'));
+  EXPECT_EQ(std::string(CZepGrupo(std::string(512, 'g')).name), std::string(511, 'g'));
 
-TEST(CatalogueClasses, GroupAssignmentReplacesNameAndVariables) {
   CZepGrupo source("Muro");
   source.variables.emplace_back("Alto");
   CZepGrupo target("Eje");
-  target.variables.emplace_back("PK");
-  target.variables.emplace_back("Cota");
+  for (const char* name : {"PK", "Cota"}) target.variables.emplace_back(name);
   target = source;
   EXPECT_STREQ(target.name, "Muro");
   ASSERT_EQ(target.variables.size(), 1u);
   EXPECT_STREQ(target.variables[0].name, "Alto");
-
   target.variables[0].name[0] = 'X';  // a deep copy: the source is not touched
   EXPECT_STREQ(source.variables[0].name, "Alto");
 

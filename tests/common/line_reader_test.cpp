@@ -6,8 +6,9 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <filesystem>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "common/line_ends.h"
 #include "editors/common/line_reader.h"
@@ -16,162 +17,108 @@
 using orvane::readTextLine;
 using orvane::test::LineEnd;
 using orvane::test::TempDir;
-using orvane::test::withLineEnds;
 
 namespace {
 
-// An open file holding `bytes`, closed when the test ends.
-class OpenFile {
- public:
-  OpenFile(const TempDir& dir, std::string_view bytes) {
-    const std::string path = dir.file("lines.txt");
-    orvane::test::writeBytes(path, bytes);
-    stream_ = std::fopen(path.c_str(), "r");
-  }
-  ~OpenFile() {
-    if (stream_ != nullptr) std::fclose(stream_);
-  }
-  OpenFile(const OpenFile&) = delete;
-  OpenFile& operator=(const OpenFile&) = delete;
-  std::FILE* get() const { return stream_; }
-
- private:
-  std::FILE* stream_ = nullptr;
+// One read: the line it gives (none: the read fails), and whether the stream is at its end after.
+struct Read {
+  std::optional<std::string> line;
+  bool atEnd;
 };
 
-class LineReaderEnds : public ::testing::TestWithParam<LineEnd> {
- protected:
-  std::string file(std::string_view text) const { return withLineEnds(text, GetParam()); }
-  TempDir dir_;
+struct Lines {
+  const char* what;
+  std::string bytes;
+  std::vector<Read> reads;
+  int bufferSize = 512;
 };
+
+// Opens a file holding `lines.bytes` and checks each read in turn. A failed read leaves the buffer
+// as the previous read (and a parser's tokenizer) left it.
+void expectReads(const Lines& lines) {
+  SCOPED_TRACE(lines.what);
+  TempDir dir;
+  orvane::test::writeBytes(dir.file("lines.txt"), lines.bytes);
+  std::FILE* stream = std::fopen(dir.file("lines.txt").c_str(), "r");
+  ASSERT_NE(stream, nullptr);
+  char buffer[512] = "previa";
+  for (std::size_t i = 0; i < lines.reads.size(); ++i) {
+    SCOPED_TRACE(testing::Message() << "read " << i + 1);
+    const std::string before = buffer;
+    const char* got = readTextLine(buffer, lines.bufferSize, stream);
+    if (lines.reads[i].line) {
+      EXPECT_EQ(got, buffer);
+      EXPECT_EQ(std::string(buffer), *lines.reads[i].line);
+    } else {
+      EXPECT_EQ(got, nullptr);
+      EXPECT_EQ(std::string(buffer), before);
+      EXPECT_FALSE(std::ferror(stream));
+    }
+    EXPECT_EQ(std::feof(stream) != 0, lines.reads[i].atEnd);
+    if (buffer[0] != '\0') buffer[0] = '#';  // as a tokenizer would leave it
+  }
+  std::fclose(stream);
+}
+
+class LineReaderEnds : public ::testing::TestWithParam<LineEnd> {};
 
 }  // namespace
 
+// Each line comes with a single line feed whichever ends the file has.
 TEST_P(LineReaderEnds, GivesEachLineWithASingleLineFeed) {
-  OpenFile in(dir_, file("3,3,\"Insertar...\"\nEje;PK,Cota\n\nfin\n"));
-  ASSERT_NE(in.get(), nullptr);
-  char buffer[512];
-  ASSERT_EQ(readTextLine(buffer, sizeof buffer, in.get()), buffer);
-  EXPECT_STREQ(buffer, "3,3,\"Insertar...\"\n");
-  ASSERT_NE(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_STREQ(buffer, "Eje;PK,Cota\n");
-  ASSERT_NE(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_STREQ(buffer, "\n");
-  ASSERT_NE(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_STREQ(buffer, "fin\n");
-  EXPECT_FALSE(std::feof(in.get()));
-}
-
-TEST_P(LineReaderEnds, LastLineWithItsEndLeavesTheEndForAFailedReadThatKeepsTheBuffer) {
-  OpenFile in(dir_, file("uno\ndos\n"));
-  char buffer[512];
-  readTextLine(buffer, sizeof buffer, in.get());
-  ASSERT_NE(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_STREQ(buffer, "dos\n");
-  EXPECT_FALSE(std::feof(in.get()));  // a parser that tests here keeps "dos"
-
-  buffer[1] = '#';  // as a tokenizer would leave it
-  EXPECT_EQ(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_TRUE(std::feof(in.get()));
-  EXPECT_FALSE(std::ferror(in.get()));
-  EXPECT_STREQ(buffer, "d#s\n");  // untouched by the failed read
-}
-
-TEST_P(LineReaderEnds, LastLineWithoutItsEndSetsEndOfFileOnTheReadThatGivesIt) {
-  OpenFile in(dir_, file("uno\ndos"));
-  char buffer[512];
-  readTextLine(buffer, sizeof buffer, in.get());
-  EXPECT_FALSE(std::feof(in.get()));
-  ASSERT_NE(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_STREQ(buffer, "dos");
-  EXPECT_TRUE(std::feof(in.get()));  // so a parser that tests here drops "dos"
-}
-
-TEST_P(LineReaderEnds, LongLineComesInPiecesOfSizeMinusOne) {
-  const std::string line(600, 'x');
-  OpenFile in(dir_, file(line + "\nsiguiente\n"));
-  char buffer[512];
-  ASSERT_NE(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_EQ(std::string(buffer), std::string(511, 'x'));
-  ASSERT_NE(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_EQ(std::string(buffer), std::string(89, 'x') + "\n");
-  ASSERT_NE(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_STREQ(buffer, "siguiente\n");
-}
-
-TEST_P(LineReaderEnds, BytesAbove127PassUnchanged) {
-  OpenFile in(dir_, file("Habitaci\xF3n;Superficie \xFAtil \xBA\x80\x81\xFF\n"));
-  char buffer[512];
-  ASSERT_NE(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_STREQ(buffer, "Habitaci\xF3n;Superficie \xFAtil \xBA\x80\x81\xFF\n");
+  const std::string x(600, 'x');
+  const Lines table[] = {
+      {"lines and an empty one", "3,3,\"Insertar...\"\nEje;PK,Cota\n\nfin\n",
+       {{"3,3,\"Insertar...\"\n", false}, {"Eje;PK,Cota\n", false}, {"\n", false}, {"fin\n", false},
+        {std::nullopt, true}}},  // a parser that tests the end after "fin" keeps it
+      {"a last line without its end", "uno\ndos",
+       {{"uno\n", false}, {"dos", true}}},  // so a parser that tests the end here drops "dos"
+      {"a long line comes in pieces of size - 1", x + "\nsiguiente\n",
+       {{x.substr(0, 511), false}, {x.substr(0, 89) + "\n", false}, {"siguiente\n", false}}},
+      {"bytes above 127", "Habitaci\xF3n;Superficie \xFAtil \xBA\x80\x81\xFF\n",
+       {{"Habitaci\xF3n;Superficie \xFAtil \xBA\x80\x81\xFF\n", false}}},
+  };
+  for (Lines lines : table) {
+    lines.bytes = orvane::test::withLineEnds(lines.bytes, GetParam());
+    expectReads(lines);
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(LineEnds, LineReaderEnds, ::testing::Values(LineEnd::LF, LineEnd::CRLF),
                          ::testing::PrintToStringParamName());
 
-TEST(LineReader, CrLfTakesOnePlaceInTheBuffer) {
-  TempDir dir;
-  // 510 characters and CR LF make a whole line of 511: the pair is one character, even in the
-  // buffer's last place.
-  OpenFile in(dir, std::string(510, 'a') + "\r\n" + std::string(511, 'b') + "\r\nc");
-  char buffer[512];
-  ASSERT_NE(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_EQ(std::string(buffer), std::string(510, 'a') + "\n");
-  // A CR LF that falls just past a full buffer is the whole next read.
-  ASSERT_NE(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_EQ(std::string(buffer), std::string(511, 'b'));
-  ASSERT_NE(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_STREQ(buffer, "\n");
-  ASSERT_NE(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_STREQ(buffer, "c");
-}
-
-TEST(LineReader, LoneCarriageReturnsAreOrdinaryCharacters) {
-  TempDir dir;
-  OpenFile in(dir, "a\rb\r\r\nc\n\r");
-  char buffer[64];
-  ASSERT_NE(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_STREQ(buffer, "a\rb\r\n");
-  ASSERT_NE(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_STREQ(buffer, "c\n");
-  ASSERT_NE(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_STREQ(buffer, "\r");
-  EXPECT_TRUE(std::feof(in.get()));  // the line went on looking for its end
-}
-
-TEST(LineReader, CarriageReturnEndingTheFileInAFullBufferLeavesTheEndToTheNextRead) {
-  TempDir dir;
-  OpenFile in(dir, "ab\r");
-  char buffer[4];
-  ASSERT_NE(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_STREQ(buffer, "ab\r");
-  EXPECT_FALSE(std::feof(in.get()));  // the look-ahead past the CR is no read of the line
-  EXPECT_EQ(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_TRUE(std::feof(in.get()));
-}
-
-TEST(LineReader, EmptyFileGivesNullAndKeepsTheBuffer) {
-  TempDir dir;
-  OpenFile in(dir, "");
-  char buffer[8] = "previa";
-  EXPECT_EQ(readTextLine(buffer, sizeof buffer, in.get()), nullptr);
-  EXPECT_TRUE(std::feof(in.get()));
-  EXPECT_STREQ(buffer, "previa");
+TEST(LineReader, CarriageReturnsAtTheEdges) {
+  const std::string a(510, 'a'), b(511, 'b');
+  const Lines table[] = {
+      // 510 characters and CR LF make a whole line of 511: the pair is one character, even in the
+      // buffer's last place; a CR LF just past a full buffer is the whole next read.
+      {"CR LF at the buffer's end", a + "\r\n" + b + "\r\nc",
+       {{a + "\n", false}, {b, false}, {"\n", false}, {"c", true}}},
+      {"lone carriage returns are ordinary characters", "a\rb\r\r\nc\n\r",
+       {{"a\rb\r\n", false}, {"c\n", false}, {"\r", true}}},  // the last went on looking for its end
+      // The look-ahead past the CR is no read of the line.
+      {"a CR ending the file in a full buffer", "ab\r", {{"ab\r", false}, {std::nullopt, true}}, 4},
+      {"an empty file", "", {{std::nullopt, true}}},
+  };
+  for (const Lines& lines : table) expectReads(lines);
 }
 
 TEST(LineReader, DegenerateArgumentsReadNothing) {
   TempDir dir;
-  OpenFile in(dir, "abc\n");
+  orvane::test::writeBytes(dir.file("lines.txt"), "abc\n");
+  std::FILE* stream = std::fopen(dir.file("lines.txt").c_str(), "r");
+  ASSERT_NE(stream, nullptr);
   char buffer[4] = "xyz";
-  EXPECT_EQ(readTextLine(buffer, 0, in.get()), nullptr);
-  EXPECT_EQ(readTextLine(buffer, -5, in.get()), nullptr);
-  EXPECT_EQ(readTextLine(nullptr, 4, in.get()), nullptr);
+  EXPECT_EQ(readTextLine(buffer, 0, stream), nullptr);
+  EXPECT_EQ(readTextLine(buffer, -5, stream), nullptr);
+  EXPECT_EQ(readTextLine(nullptr, 4, stream), nullptr);
   EXPECT_EQ(readTextLine(buffer, 4, nullptr), nullptr);
   EXPECT_STREQ(buffer, "xyz");
-  EXPECT_EQ(readTextLine(buffer, 1, in.get()), buffer);  // room for the terminator only
+  EXPECT_EQ(readTextLine(buffer, 1, stream), buffer);  // room for the terminator only
   EXPECT_STREQ(buffer, "");
-  ASSERT_NE(readTextLine(buffer, 4, in.get()), nullptr);  // and nothing was consumed
+  ASSERT_NE(readTextLine(buffer, 4, stream), nullptr);  // and nothing was consumed
   EXPECT_STREQ(buffer, "abc");
+  std::fclose(stream);
 }
 
 TEST(LineReader, FolderOpenedAsFileFailsWithAnErrorNotAnEnd) {

@@ -16,15 +16,15 @@ using orvane::toUtf8;
 using orvane::toUtf8Bounded;
 
 TEST(AnsiText, SpanishTextBothWays) {
-  EXPECT_EQ(fromAnsi("Descripci\xF3n"), u"Descripción");
-  EXPECT_EQ(fromAnsi("\xBA" "C"), u"ºC");
-  EXPECT_EQ(fromAnsi("A\xF1o"), u"Año");
-  EXPECT_EQ(fromAnsi("\x80"), u"€");
-  EXPECT_EQ(fromAnsi("\xBF" "Continuar?"), u"¿Continuar?");
-  EXPECT_EQ(toAnsi(u"Descripción"), "Descripci\xF3n");
-  EXPECT_EQ(toAnsi(u"ºC"), "\xBA" "C");
-  EXPECT_EQ(toAnsi(u"AÑO año"), "A\xD1O a\xF1o");
-  EXPECT_EQ(toAnsi(u"20 €"), "20 \x80");
+  for (const auto& [bytes, wide] : {std::pair<std::string, std::u16string>{"Descripci\xF3n", u"Descripción"},
+                                    {"\xBA" "C", u"ºC"}, {"A\xD1O a\xF1o", u"AÑO año"}, {"20 \x80", u"20 €"},
+                                    {"\xBF" "Continuar?", u"¿Continuar?"}, {"", u""},
+                                    {std::string("a\0b", 3), std::u16string(u"a\0b", 3)},
+                                    // the undefined bytes read as the controls of their value
+                                    {"a\x81" "b\x8D\x8F\x90\x9D", u"a\u0081b\u008D\u008F\u0090\u009D"}}) {
+    EXPECT_EQ(fromAnsi(bytes), wide);
+    EXPECT_EQ(toAnsi(wide), bytes);
+  }
 }
 
 TEST(AnsiText, EveryByteSurvivesARoundTrip) {
@@ -36,13 +36,8 @@ TEST(AnsiText, EveryByteSurvivesARoundTrip) {
   EXPECT_EQ(toAnsi(wide), all);
 }
 
-TEST(AnsiText, UndefinedBytesReadAsTheControlsOfTheirValue) {
-  EXPECT_EQ(fromAnsi("a\x81" "b\x8D\x8F\x90\x9D"), u"a\u0081b\u008D\u008F\u0090\u009D");
-  EXPECT_EQ(toAnsi(u"\u0081\u009D"), "\x81\x9D");
-  EXPECT_EQ(toAnsi(u"\u0080"), "?");  // the other C1 controls have no byte: 0x80 is "€"
-}
-
 TEST(AnsiText, MissingCharactersBecomeOneQuestionMarkEach) {
+  EXPECT_EQ(toAnsi(u"\u0080"), "?");  // the other C1 controls have no byte: 0x80 is "€"
   EXPECT_EQ(toAnsi(u"Łódź"), "?\xF3" "d?");
   EXPECT_EQ(toAnsi(u"a\U0001F600b"), "a?b");  // a surrogate pair is one character
   EXPECT_EQ(toAnsi(u"a\xD800" "b"), "a?b");   // a lone surrogate too
@@ -50,19 +45,13 @@ TEST(AnsiText, MissingCharactersBecomeOneQuestionMarkEach) {
   EXPECT_EQ(toAnsi(u"\xD800"), "?");
 }
 
-TEST(AnsiText, EmptyAndEmbeddedZero) {
-  EXPECT_EQ(fromAnsi(""), u"");
-  EXPECT_EQ(toAnsi(u""), "");
-  EXPECT_EQ(fromAnsi(std::string("a\0b", 3)), std::u16string(u"a\0b", 3));
-}
-
 TEST(Utf8Text, SpanishTextBothWays) {
-  EXPECT_EQ(fromUtf8("Descripci\xC3\xB3n"), u"Descripción");
-  EXPECT_EQ(fromUtf8("\xC2\xBA" "C"), u"ºC");
-  EXPECT_EQ(toUtf8(u"Año"), "A\xC3\xB1o");
-  EXPECT_EQ(toUtf8(u"€"), "\xE2\x82\xAC");
-  EXPECT_EQ(toUtf8(u"\U0001F600"), "\xF0\x9F\x98\x80");
-  EXPECT_EQ(fromUtf8("\xF0\x9F\x98\x80"), u"\U0001F600");
+  for (const auto& [bytes, wide] : {std::pair<std::string, std::u16string>{"Descripci\xC3\xB3n", u"Descripción"},
+                                    {"\xC2\xBA" "C", u"ºC"}, {"A\xC3\xB1o", u"Año"}, {"\xE2\x82\xAC", u"€"},
+                                    {"\xF0\x9F\x98\x80", u"\U0001F600"}}) {
+    EXPECT_EQ(fromUtf8(bytes), wide);
+    EXPECT_EQ(toUtf8(wide), bytes);
+  }
   EXPECT_EQ(orvane::u16("Validación"), u"Validación");
   EXPECT_EQ(orvane::u16(nullptr), u"");
 }
@@ -109,14 +98,11 @@ TEST(Utf8Text, LongTextsConvertWhole) {
 }
 
 TEST(BoundedUtf8, CutsNeverSplitACharacter) {
-  EXPECT_EQ(toUtf8Bounded(u"Descripción", 10), "Descripci");  // "ó" would take bytes 10 and 11
-  EXPECT_EQ(toUtf8Bounded(u"Descripción", 11), "Descripci\xC3\xB3");
-  EXPECT_EQ(toUtf8Bounded(u"ab€", 4), "ab");
-  EXPECT_EQ(toUtf8Bounded(u"ab€", 5), "ab\xE2\x82\xAC");
-  EXPECT_EQ(toUtf8Bounded(u"a\U0001F600", 4), "a");
-  EXPECT_EQ(toUtf8Bounded(u"a\U0001F600", 5), "a\xF0\x9F\x98\x80");
-  EXPECT_EQ(toUtf8Bounded(u"Año", 0), "");
-  EXPECT_EQ(toUtf8Bounded(u"Año", 100), "A\xC3\xB1o");
+  const std::u16string text = u"Descripción ab€ a\U0001F600";
+  // In UTF-8 "ó" ends at byte 11, "€" at byte 18 and the emoji at byte 24.
+  for (const auto& [maxBytes, kept] : {std::pair<std::size_t, std::size_t>{0, 0}, {10, 9}, {11, 11}, {17, 15},
+                                       {18, 18}, {23, 20}, {24, 24}, {100, 24}})
+    EXPECT_EQ(toUtf8Bounded(text, maxBytes), toUtf8(text).substr(0, kept)) << maxBytes;
 }
 
 TEST(BoundedUtf8, FieldGetsAtMostItsSizeWithTerminator) {
@@ -126,15 +112,10 @@ TEST(BoundedUtf8, FieldGetsAtMostItsSizeWithTerminator) {
   EXPECT_STREQ(field, "Descripci");
   EXPECT_EQ(field[10], '#');  // nothing past the given size
 
-  encodeUtf8(field, u"Año");
-  EXPECT_STREQ(field, "A\xC3\xB1o");
-
   char record[512];
   std::u16string many(600, u'ñ');
   encodeUtf8(record, many);
   EXPECT_EQ(std::string(record), toUtf8(std::u16string(255, u'ñ')));  // 510 bytes: no half "ñ"
-  encodeUtf8(record, 256, many);
-  EXPECT_EQ(std::string(record).size(), 254u);  // the editors' 256-byte limit
 
   char untouched[4] = "abc";
   encodeUtf8(untouched, 0, u"x");

@@ -1,6 +1,7 @@
 // Malformed document files and unusable paths, for both documents, as a table: each gives its result
 // (0 for a file that can't be read or isn't well-formed XML, without a message, the document
-// unchanged), never a crash. Saving to an unusable path gives 1 and changes nothing there.
+// unchanged), never a crash. Saving to an unusable path gives 1 and changes nothing there; saving
+// over a document keeps the previous one as its backup.
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
@@ -246,6 +247,21 @@ TYPED_TEST(MalformedInput, CarriageReturnsInTextsSurviveASave) {
   typename TypeParam::Document again;
   ASSERT_EQ(again.lee(path.c_str()), 1);
   EXPECT_EQ(TypeParam::setNames(again), std::vector<std::string>{name});
+}
+
+TYPED_TEST(MalformedInput, SavingKeepsThePreviousFileAsBackup) {
+  const std::string path = this->dir.file("doc.xml");
+  typename TypeParam::Document doc;
+  ASSERT_EQ(doc.graba(path.c_str()), 1);
+  EXPECT_FALSE(fs::exists(path + ".bak"));  // nothing to keep the first time
+  const std::string firstSave = readBytes(path);
+  TypeParam::addSet(doc, "Nuevo");
+  doc.graba(path.c_str());
+  EXPECT_EQ(readBytes(path + ".bak"), firstSave);
+  const std::string secondSave = readBytes(path);
+  EXPECT_NE(secondSave, firstSave);
+  doc.graba(path.c_str());
+  EXPECT_EQ(readBytes(path + ".bak"), secondSave);
 }
 
 // A save to a path that names no regular file gives 1 and leaves what is there as it was: renaming
