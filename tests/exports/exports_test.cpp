@@ -418,3 +418,38 @@ TEST(Exports, RefusedCallsWriteNothing) {
 }
 
 }  // namespace
+
+namespace {
+
+// The tool's two commands, run as a user runs them.
+TEST(ExportCommands, WriteOrRefuseWithAReport) {
+  TempDir dir;
+  const std::string psets = ORVANE_SAMPLES_DIR "/proyecto-psets.xml", qsets = ORVANE_SAMPLES_DIR "/proyecto-qsets.xml";
+  writeBytes(dir.file("empty.xml"), "<PropertySetsBIM/>");
+  const struct {
+    std::string arguments;
+    int exitCode;
+    const char* says;
+  } cases[] = {
+      {"export-ids " + quoted(psets) + " " + quoted(qsets) + " -o " + quoted(dir.file("a.ids")) + " --title 'Mi proyecto'", 0,
+       "a.ids: 6 specifications, 18 property requirements."},
+      {"export-ids " + quoted(psets) + " " + quoted(qsets) + " -o " + quoted(dir.file("b.ids")), 0,
+       "note: Qto_Eje: \"Eje\" is no IFC entity name, not used as its element type\n"},
+      {"export-ifc " + quoted(psets) + " -o " + quoted(dir.file("a.ifc")), 0, "a.ifc: 3 set templates, 11 property templates."},
+      {"export-ifc " + quoted(psets) + " -o " + quoted(psets), 2, "orvane: "},
+      {"export-ids " + quoted(qsets) + " -o " + quoted(dir.file("c.ids")), 2, "orvane: "},
+      {"export-ids " + quoted(dir.file("empty.xml")) + " -o " + quoted(dir.file("d.ids")), 2, "not written"},
+      {"export-ifc " + quoted(psets), 2, "--out is required"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.arguments);
+    int status = 0;
+    const std::string output = run(quoted(ORVANE_CLI) + " " + c.arguments, status);
+    EXPECT_EQ(WEXITSTATUS(status), c.exitCode) << output;
+    EXPECT_NE(output.find(c.says), std::string::npos) << output;
+  }
+  EXPECT_NE(readBytes(dir.file("a.ids")).find("<title>Mi proyecto</title>"), std::string::npos);
+  EXPECT_FALSE(fs::exists(dir.file("c.ids")) || fs::exists(dir.file("d.ids")));
+}
+
+}  // namespace
