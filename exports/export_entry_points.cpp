@@ -39,8 +39,8 @@ template <class MakeDocument>
 int exportDefinitions(const char* psetsPath, const char* qsetsPath, const char* outPath, const char* title,
                       MakeDocument document) noexcept {
   if (!given(psetsPath) || !given(outPath)) return 0;
-  if (sameFile(outPath, psetsPath) || sameFile(outPath, qsetsPath)) return 0;
   return orvane::api::guarded(0, [&] {
+    if (sameFile(outPath, psetsPath) || sameFile(outPath, qsetsPath)) return 0;
     CIfcProyectPSet properties;
     if (properties.lee(psetsPath) != 1) return 0;
     CIfcProyectQSet quantities;

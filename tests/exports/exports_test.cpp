@@ -263,6 +263,10 @@ struct Project {
 // backslashes, element types that are no IFC entities, a relation to a missing set.
 Project awkwardProject(const TempDir& dir) {
   const std::string odd = "Pset_&lt;Raro&gt; &amp; 'co' \\ &quot;1\xBA&quot;";  // Windows-1252: the byte 0xBA
+  std::string realProperties;  // one per unit, the first optional
+  for (const char* unit : {"", "m", "m2", "m3", "\xBA" "C", "gr", "J", "rad", "seg", "w"})
+    realProperties += std::string("<PropertyName Name=\"Real \xBA ") + unit + "\" Optional=\"" + (*unit ? "No" : "Yes") +
+                      "\" Unit=\"" + unit + "\" Rule=\"\" Type=\"Real\"><Description/><Value>1</Value></PropertyName>";
   writeBytes(dir.file("raro-psets.xml"),
              "<?xml version=\"1.0\" encoding=\"UTF8\"?>\n<PropertySetsBIM><TypesEnum>"
              "<TypeEnum Name=\"Vac\xC3\xADo\" Description=\"\"><Elements/></TypeEnum>"
@@ -274,16 +278,7 @@ Project awkwardProject(const TempDir& dir) {
              "<PropertySet Name=\"" + odd + "\" Description=\"Descripci\xF3n &amp; \xE2\x82\xAC\">"
              "<PropertyName Name=\"Entero\" Optional=\"No\" Unit=\"\" Rule=\"\" Type=\"Integer\"><Description/><Value>1</Value></PropertyName>"
              "<PropertyName Name=\"entero\" Optional=\"No\" Unit=\"\" Rule=\"\" Type=\"Real\"><Description/><Value>1</Value></PropertyName>"
-             "<PropertyName Name=\"Sin unidad\" Optional=\"Yes\" Unit=\"\" Rule=\"\" Type=\"Real\"><Description/><Value>1</Value></PropertyName>"
-             "<PropertyName Name=\"Metros\" Optional=\"No\" Unit=\"m\" Rule=\"\" Type=\"Real\"><Description/><Value>1</Value></PropertyName>"
-             "<PropertyName Name=\"Area\" Optional=\"No\" Unit=\"m2\" Rule=\"\" Type=\"Real\"><Description/><Value>1</Value></PropertyName>"
-             "<PropertyName Name=\"Volumen\" Optional=\"No\" Unit=\"m3\" Rule=\"\" Type=\"Real\"><Description/><Value>1</Value></PropertyName>"
-             "<PropertyName Name=\"Temperatura \xBA" "C\" Optional=\"No\" Unit=\"\xBA" "C\" Rule=\"\" Type=\"Real\"><Description/><Value>1</Value></PropertyName>"
-             "<PropertyName Name=\"Masa\" Optional=\"No\" Unit=\"gr\" Rule=\"\" Type=\"Real\"><Description/><Value>1</Value></PropertyName>"
-             "<PropertyName Name=\"Energ\xC3\xAD" "a\" Optional=\"No\" Unit=\"J\" Rule=\"\" Type=\"Real\"><Description/><Value>1</Value></PropertyName>"
-             "<PropertyName Name=\"\xC3\x81ngulo\" Optional=\"No\" Unit=\"rad\" Rule=\"\" Type=\"Real\"><Description/><Value>1</Value></PropertyName>"
-             "<PropertyName Name=\"Tiempo\" Optional=\"No\" Unit=\"seg\" Rule=\"\" Type=\"Real\"><Description/><Value>1</Value></PropertyName>"
-             "<PropertyName Name=\"Potencia\" Optional=\"No\" Unit=\"w\" Rule=\"\" Type=\"Real\"><Description/><Value>1</Value></PropertyName>"
+             + realProperties +
              "<PropertyName Name=\"Texto &lt;&amp;&gt;\" Optional=\"Yes\" Unit=\"\" Rule=\"\" Type=\"String\"><Description>l\xC3\xADnea 1\nl\xC3\xADnea 2</Description><Value/></PropertyName>"
              "<PropertyName Name=\"S\xC3\xAD/No\" Optional=\"No\" Unit=\"\" Rule=\"\" Type=\"Boolean\"><Description/><Value>Yes</Value></PropertyName>"
              "<PropertyName Name=\"Fecha\" Optional=\"No\" Unit=\"\" Rule=\"\" Type=\"DateTime\"><Description/><Value/></PropertyName>"
