@@ -47,8 +47,9 @@ void addEntity(DefinitionSet& set, std::string entity, Definitions& out) {
 // type or the type has no values (a label then states the property without restriction).
 int enumerationFor(const CIfcProyectPSet& document, std::string_view name, const std::string& where,
                    Definitions& out) {
+  const std::string wanted = withoutControls(hostTextToUtf8(name));
   for (std::size_t i = 0; i < out.enumerations.size(); ++i)
-    if (equalsNoCase(out.enumerations[i].name, hostTextToUtf8(name))) return static_cast<int>(i);
+    if (equalsNoCase(out.enumerations[i].name, wanted)) return static_cast<int>(i);
   for (const CIfcEnum& type : document.enums) {
     if (!equalsNoCase(fieldText(type.name), name)) continue;
     Enumeration enumeration{utf8(type.name), {}};
@@ -65,7 +66,7 @@ int enumerationFor(const CIfcProyectPSet& document, std::string_view name, const
     out.enumerations.push_back(std::move(enumeration));
     return static_cast<int>(out.enumerations.size() - 1);
   }
-  out.notes.push_back(where + ": enumerated type \"" + hostTextToUtf8(name) + "\" is not in the document, stated as a plain label");
+  out.notes.push_back(where + ": enumerated type \"" + wanted + "\" is not in the document, stated as a plain label");
   return -1;
 }
 
