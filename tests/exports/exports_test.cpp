@@ -381,9 +381,10 @@ TEST(Exports, NotesSayWhatWasLeftOut) {
 // Refusals: nothing is written, and a document is never overwritten by an export.
 TEST(Exports, RefusedCallsWriteNothing) {
   TempDir dir;
-  const std::string psets = dir.file("p.xml"), out = dir.file("out");
+  const std::string psets = dir.file("p.xml"), out = dir.file("out"), missing = dir.file("missing.xml"),
+                    notXml = dir.file("not-xml"), noFolder = dir.file("no/such/out");
   writeBytes(psets, "<PropertySetsBIM><PropertiesSet><PropertySet Name=\"Vacio\" Description=\"\"/></PropertiesSet></PropertySetsBIM>");
-  writeBytes(dir.file("not-xml"), "not xml");
+  writeBytes(notXml, "not xml");
   const struct {
     const char* what;
     const char* psets;
@@ -394,10 +395,10 @@ TEST(Exports, RefusedCallsWriteNothing) {
       {"no property-set path", nullptr, nullptr, out.c_str(), 0},
       {"no output path", psets.c_str(), nullptr, nullptr, 0},
       {"empty output path", psets.c_str(), nullptr, "", 0},
-      {"unreadable property-set file", dir.file("missing.xml").c_str(), nullptr, out.c_str(), 0},
-      {"malformed quantity-set file", psets.c_str(), dir.file("not-xml").c_str(), out.c_str(), 0},
+      {"unreadable property-set file", missing.c_str(), nullptr, out.c_str(), 0},
+      {"malformed quantity-set file", psets.c_str(), notXml.c_str(), out.c_str(), 0},
       {"output over its own input", psets.c_str(), nullptr, psets.c_str(), 0},
-      {"output in a missing folder", psets.c_str(), nullptr, dir.file("no/such/out").c_str(), 0},
+      {"output in a missing folder", psets.c_str(), nullptr, noFolder.c_str(), 0},
       {"only an empty set", psets.c_str(), nullptr, out.c_str(), 1},
   };
   const std::string before = readBytes(psets);
