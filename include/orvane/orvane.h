@@ -1,13 +1,15 @@
 /*
  * Orvane: what a host program calls in liborvane.so. This header compiles as C99 and as C++.
  *
- * Three groups of entries:
+ * Four groups of entries:
  *   - a property-set document behind an opaque handle, which the host creates or loads, fills,
  *     queries, saves and frees (nuevoIfcProyectPSet ... liberaIfcProyectPset);
  *   - flat exchange: every property or quantity of an XML document copied into arrays of
  *     fixed-size records that the host owns, and such records merged back into documents
  *     (getPropiedadesFichero, setPropiedadesFichero, getEnumerados, getCuantificadoresFichero,
  *     setCuantificadoresFichero);
+ *   - exports of the definitions as an IDS file or an IFC4 template library (exportaIds,
+ *     exportaPlantillasIfc);
  *   - the editors: modal dialogs in Spanish on the calling thread (PropertiesSet,
  *     asignarPropiedades, QuantitiesSet, asignarCuantificadores, and test entries).
  *
@@ -247,6 +249,40 @@ ORVANE_API int getCuantificadoresFichero(const char* path, FlatQuantityRecord* r
 ORVANE_API int setCuantificadoresFichero(const char* path, const char* pathOut,
                                          const FlatQuantityRecord* records,
                                          int count) ORVANE_NOEXCEPT;
+
+/* ---------------------------------------------------------------------------------------------
+ * Exports of the definitions for other BIM tools. Each reads the property-set file `psetsPath`
+ * and, when `qsetsPath` is neither NULL nor empty, the quantity-set file there, and writes one new
+ * file at `outPath` in UTF-8 (texts that are not UTF-8 are read as Windows-1252), replacing a file
+ * there whole or not at all. Nothing is kept between calls; no document is changed.
+ *   - `title` (UTF-8 or Windows-1252) names the result; NULL or empty takes the property-set
+ *     file's name without its extension.
+ *   - A set applies to the IFC element types its relations name, or, for a quantity set, to its
+ *     linked element when that is an IFC entity name ("IfcWall"); a set without any applies
+ *     wherever a model carries it. A set without properties or quantities is left out, since IFC
+ *     has no empty set.
+ *   - What is not exported as the documents have it is said in comments of the written file.
+ *   - Exporting the same documents with the same title gives the same bytes.
+ * Each returns 1 when the file was written; 0 when `psetsPath` or `outPath` is NULL or empty,
+ * `outPath` is one of the documents, a document cannot be read, the file cannot be written or
+ * memory is exhausted; a file already at `outPath` then stays as it was.
+ * ------------------------------------------------------------------------------------------- */
+
+/* An IDS 1.0 file (buildingSMART's Information Delivery Specification): one specification per set
+ * and element type, requiring each property with its IFC data type (Integer IFCINTEGER; Real the
+ * measure of its unit, IFCREAL without one; String IFCLABEL; Enumerated IFCLABEL restricted to the
+ * type's values; Boolean IFCBOOLEAN; DateTime IFCDATETIME), optional ones only where present, and
+ * each quantity as IFCLENGTHMEASURE, IFCAREAMEASURE or IFCVOLUMEMEASURE. Also 0, writing nothing,
+ * when no set is left to specify (an IDS file needs one specification). */
+ORVANE_API int exportaIds(const char* psetsPath, const char* qsetsPath, const char* outPath,
+                          const char* title) ORVANE_NOEXCEPT;
+
+/* An IFC4 file (ISO 10303-21) holding an IfcProjectLibrary with one IfcPropertySetTemplate per set,
+ * an IfcSimplePropertyTemplate per property (P_SINGLEVALUE with the data type above, or
+ * P_ENUMERATEDVALUE with an IfcPropertyEnumeration) and per quantity (Q_LENGTH, Q_AREA, Q_VOLUME).
+ * GlobalIds are derived from the names. */
+ORVANE_API int exportaPlantillasIfc(const char* psetsPath, const char* qsetsPath, const char* outPath,
+                                    const char* title) ORVANE_NOEXCEPT;
 
 /* ---------------------------------------------------------------------------------------------
  * Editors. They show modal dialogs on the calling thread, inside an application object (the

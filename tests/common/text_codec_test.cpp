@@ -67,6 +67,31 @@ TEST(Utf8Text, EachInvalidByteBecomesOneReplacement) {
   EXPECT_EQ(fromUtf8("\xE2\x82" "c\xC3\xB1"), u"\uFFFD\uFFFDcñ");  // cut short, then valid again
 }
 
+// Files for other programs get UTF-8 whichever encoding the host typed a text in: valid UTF-8 stays
+// byte for byte, anything else (one stray byte is enough) is read as Windows-1252.
+TEST(HostText, BecomesUtf8FromEitherEncoding) {
+  const struct {
+    const char* text;
+    const char* utf8;
+  } cases[] = {
+      {"", ""},
+      {"plain <ASCII> & 'quotes'", "plain <ASCII> & 'quotes'"},
+      {"\xBA" "C", "\xC2\xBA" "C"},                              // the unit as the host stores it
+      {"\xC2\xBA" "C", "\xC2\xBA" "C"},                          // already UTF-8
+      {"N\xC3\xBAmero \xF0\x9F\x98\x80", "N\xC3\xBAmero \xF0\x9F\x98\x80"},
+      {"A\xF1o \x80", "A\xC3\xB1o \xE2\x82\xAC"},
+      {"\xC3\xB1 y \xF1", "\xC3\x83\xC2\xB1 y \xC3\xB1"},  // mixed: the whole text is Windows-1252
+      {"\xC0\xAF", "\xC3\x80\xC2\xAF"},                        // overlong form
+      {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xE2\x82\xAC"},    // encoded surrogate
+      {"\xF4\x90\x80\x80", "\xC3\xB4\xC2\x90\xE2\x82\xAC\xE2\x82\xAC"},  // past U+10FFFF
+      {"ab\xE2\x82", "ab\xC3\xA2\xE2\x80\x9A"},                // cut short at the end
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.text);
+    EXPECT_EQ(orvane::hostTextToUtf8(c.text), c.utf8);
+  }
+}
+
 TEST(Utf8Text, LoneSurrogatesBecomeReplacements) {
   EXPECT_EQ(toUtf8(u"a\xD800" "b"), "a\xEF\xBF\xBD" "b");
   EXPECT_EQ(toUtf8(u"a\xDC00"), "a\xEF\xBF\xBD");

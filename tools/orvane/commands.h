@@ -19,6 +19,7 @@ void addPsetsCommands(CLI::App& app, Action& action);   // psets list | merge | 
 void addQsetsCommands(CLI::App& app, Action& action);   // qsets list | merge
 void addImportCommand(CLI::App& app, Action& action);   // import-psd
 void addCheckCommand(CLI::App& app, Action& action);    // check
+void addExportCommands(CLI::App& app, Action& action);  // export-ids, export-ifc
 
 void addEditorCommands(CLI::App& app, Action& action);  // edit psets|qsets, assign psets|qsets
 

@@ -43,6 +43,7 @@ int run(int argc, char** argv) {
   orvane::cli::addQsetsCommands(app, action);
   orvane::cli::addImportCommand(app, action);
   orvane::cli::addCheckCommand(app, action);
+  orvane::cli::addExportCommands(app, action);
   orvane::cli::addEditorCommands(app, action);
   app.footer("Every command takes --help. Exit status: 0 done, 1 check found problems, 2 error.");
   try {

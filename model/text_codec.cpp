@@ -1,4 +1,4 @@
-#include "editors/common/text_codec.h"
+#include "model/text_codec.h"
 
 #include <iconv.h>
 
@@ -171,6 +171,40 @@ std::string toUtf8Bounded(std::u16string_view text, std::size_t maxBytes) {
 void encodeUtf8(char* field, std::size_t fieldSize, std::u16string_view text) {
   if (field == nullptr || fieldSize == 0) return;
   copyText(field, fieldSize, toUtf8(text));
+}
+
+bool isValidUtf8(std::string_view text) noexcept {
+  std::size_t i = 0;
+  while (i < text.size()) {
+    const unsigned lead = static_cast<unsigned char>(text[i]);
+    std::size_t length = 0;
+    unsigned low = 0x80, high = 0xBF;  // the range of the first continuation byte
+    if (lead < 0x80) length = 1;
+    else if (lead >= 0xC2 && lead <= 0xDF) length = 2;
+    else if (lead >= 0xE0 && lead <= 0xEF) {
+      length = 3;
+      if (lead == 0xE0) low = 0xA0;       // overlong
+      else if (lead == 0xED) high = 0x9F;  // surrogates
+    } else if (lead >= 0xF0 && lead <= 0xF4) {
+      length = 4;
+      if (lead == 0xF0) low = 0x90;       // overlong
+      else if (lead == 0xF4) high = 0x8F;  // past U+10FFFF
+    } else {
+      return false;
+    }
+    if (text.size() - i < length) return false;
+    for (std::size_t k = 1; k < length; ++k) {
+      const unsigned byte = static_cast<unsigned char>(text[i + k]);
+      if (byte < (k == 1 ? low : 0x80) || byte > (k == 1 ? high : 0xBF)) return false;
+    }
+    i += length;
+  }
+  return true;
+}
+
+std::string hostTextToUtf8(std::string_view text) {
+  if (isValidUtf8(text)) return std::string(text);
+  return toUtf8(fromAnsi(text));
 }
 
 std::u16string u16(const char* utf8Literal) {
