@@ -42,15 +42,29 @@ class NameIndex {
   std::unordered_map<std::string, std::size_t, FoldedHash, FoldedEqual> positions_;
 };
 
+// A record's name, whether it keeps it in a fixed field or as a view of text that outlives it.
+template <std::size_t N>
+std::string_view nameText(const char (&field)[N]) noexcept {
+  return fieldText(field);
+}
+inline std::string_view nameText(std::string_view name) noexcept { return name; }
+
+template <std::size_t N>
+void setName(char (&field)[N], std::string_view name) noexcept {
+  copyText(field, name);
+}
+inline void setName(std::string_view& view, std::string_view name) noexcept { view = name; }
+
 // A list of sets (each with a `name` and a list of members reached through `Members`) with an
 // index of the sets and, made the first time a set's members are searched, one of its members.
-// The list may only grow through this object while it lives, so the indices stay true.
+// The list may only grow through this object while it lives, so the indices stay true. A name kept
+// as a view must outlive the object.
 template <class Set, class Member, std::vector<Member> Set::*Members>
 class IndexedSets {
  public:
   explicit IndexedSets(std::vector<Set>& sets) : sets_(sets) {
     sets_index_.reserve(sets.size());
-    for (std::size_t i = 0; i < sets.size(); ++i) sets_index_.add(fieldText(sets[i].name), i);
+    for (std::size_t i = 0; i < sets.size(); ++i) sets_index_.add(nameText(sets[i].name), i);
   }
 
   // The position of the first set named `name`; a new empty set of that name is appended first
@@ -58,9 +72,9 @@ class IndexedSets {
   std::size_t findOrAppend(std::string_view name) {
     if (std::optional<std::size_t> found = sets_index_.find(name)) return *found;
     Set set;
-    copyText(set.name, name);
+    setName(set.name, name);
     sets_.push_back(std::move(set));
-    sets_index_.add(fieldText(sets_.back().name), sets_.size() - 1);
+    sets_index_.add(nameText(sets_.back().name), sets_.size() - 1);
     return sets_.size() - 1;
   }
 
@@ -76,7 +90,7 @@ class IndexedSets {
     NameIndex& index = membersOf(set);
     std::vector<Member>& members = sets_[set].*Members;
     members.push_back(member);
-    index.add(fieldText(members.back().name), members.size() - 1);
+    index.add(nameText(members.back().name), members.size() - 1);
   }
 
  private:
@@ -87,7 +101,7 @@ class IndexedSets {
       index = std::make_unique<NameIndex>();
       const std::vector<Member>& members = sets_[set].*Members;
       index->reserve(members.size());
-      for (std::size_t i = 0; i < members.size(); ++i) index->add(fieldText(members[i].name), i);
+      for (std::size_t i = 0; i < members.size(); ++i) index->add(nameText(members[i].name), i);
     }
     return *index;
   }
