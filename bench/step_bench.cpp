@@ -10,6 +10,8 @@
 //
 //   orvane_bench_steps                  all steps, 10,000 and 100,000 entries
 //   orvane_bench_steps --quick          10,000 entries only, three runs
+//   orvane_bench_steps --step STEP FILE ENTRIES   one step, as the parent runs it (for profiling)
+//   orvane_bench_steps --documents DIR  writes the documents there and ends
 #include <fcntl.h>
 #include <malloc.h>
 #include <sys/wait.h>
@@ -190,8 +192,9 @@ Measure medianOf(const std::string& step, const std::string& file, int count, in
   return {median(ms), median(mb)};
 }
 
-std::string documentFile(const char* kind, int count) {
-  const std::string path = scratch().file(std::string(kind) + std::to_string(count) + ".xml");
+std::string documentFile(const char* kind, int count, const std::string& folder = "") {
+  const std::string name = std::string(kind) + std::to_string(count) + ".xml";
+  const std::string path = folder.empty() ? scratch().file(name) : (fs::path(folder) / name).string();
   if (std::string(kind) == "psets") {
     CIfcProyectPSet doc = orvane::bench::propertyDocument(count);
     std::reverse(doc.propertySets.begin(), doc.propertySets.end());
@@ -216,6 +219,11 @@ struct Goal {
 int main(int argc, char** argv) {
   gSelf = argv[0];
   if (argc == 5 && std::string(argv[1]) == "--step") return runStep(argv[2], argv[3], std::atoi(argv[4]));
+  if (argc == 3 && std::string(argv[1]) == "--documents") {
+    for (int count : {10000, 100000})
+      for (const char* kind : {"psets", "qsets"}) std::printf("%s\n", documentFile(kind, count, argv[2]).c_str());
+    return 0;
+  }
   const bool quick = argc > 1 && std::string(argv[1]) == "--quick";
   const int runs = quick ? 3 : 5;
   const std::vector<int> sizes = quick ? std::vector<int>{10000} : std::vector<int>{10000, 100000};

@@ -47,14 +47,19 @@ void readSetsInPlace(const XMLElement& container, const char* setName, const cha
   const std::size_t first = sets.size();
   sets.reserve(first + countChildren(container, setName));
   prefaultRoom(sets);
-  PrefaultRuns runs;
-  forEachChild(container, setName, [&](const XMLElement& element) {
-    std::vector<Member>& members = sets.emplace_back().*Members;
-    members.reserve(countChildren(element, memberName));
-    runs.add(members);
-    return true;
-  });
-  runs.flush();
+  try {
+    PrefaultRuns runs;
+    forEachChild(container, setName, [&](const XMLElement& element) {
+      std::vector<Member>& members = sets.emplace_back().*Members;
+      members.reserve(countChildren(element, memberName));
+      runs.add(members);
+      return true;
+    });
+  } catch (...) {
+    // Out of memory for the room: none of these sets was read, so none stays.
+    sets.erase(sets.begin() + static_cast<std::ptrdiff_t>(first), sets.end());
+    throw;
+  }
   std::size_t next = first;
   forEachChild(container, setName, [&](const XMLElement& element) {
     if (read(element, sets[next]) != 1) return false;

@@ -1,13 +1,18 @@
 #include "model/xml_document.h"
 
+#include <fcntl.h>
 #include <sys/mman.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdarg>
 #include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <string>
+
+#include "model/file_system.h"
 
 namespace orvane::xml {
 namespace {
@@ -84,18 +89,56 @@ class ChunkPrinter final : public tinyxml2::XMLPrinter {
   bool accepted_ = true;
 };
 
+// A read-only stdio stream over a descriptor, whose reads go through the file-system seam like every
+// other file call. tinyxml2 reads such a stream straight into its own buffer, where parsing bytes
+// read by us would copy the whole file once more (a large document's size in extra memory and
+// page faults).
+ssize_t readThroughSeam(void* cookie, char* buffer, std::size_t size) {
+  for (;;) {
+    const ssize_t got = fileSystem().read(*static_cast<int*>(cookie), buffer, size);
+    if (got >= 0 || errno != EINTR) return got;
+  }
+}
+
+int seekDescriptor(void* cookie, off64_t* offset, int whence) {
+  const off64_t at = ::lseek64(*static_cast<int*>(cookie), *offset, whence);
+  if (at < 0) return -1;
+  *offset = at;
+  return 0;
+}
+
+int closeNothing(void*) { return 0; }  // the descriptor is closed by its owner
+
+// The descriptor of the regular file at `path` opened for reading, or -1. O_NONBLOCK keeps a FIFO
+// from blocking the open; such a file, a folder or a device (/dev/zero would never end) is refused.
+int openRegularFile(const char* path) {
+  const int fd = fileSystem().open(path, O_RDONLY | O_CLOEXEC | O_NONBLOCK, 0);
+  if (fd < 0) return -1;
+  struct stat info {};
+  if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) {
+    fileSystem().close(fd);
+    return -1;
+  }
+  return fd;
+}
+
 }  // namespace
 
 bool loadTree(const char* path, tinyxml2::XMLDocument& tree) noexcept {
   if (path == nullptr) return false;
-  try {
-    std::string bytes;
-    if (!readFile(path, bytes)) return false;
-    return tree.Parse(bytes.data(), bytes.size()) == tinyxml2::XML_SUCCESS;
-  } catch (...) {
-    // No memory for the file or its tree: it can't be loaded, which the readers report silently.
-    return false;
+  int fd = openRegularFile(path);
+  if (fd < 0) return false;
+  bool parsed = false;
+  if (FILE* stream = ::fopencookie(&fd, "r", {readThroughSeam, nullptr, seekDescriptor, closeNothing})) {
+    try {
+      parsed = tree.LoadFile(stream) == tinyxml2::XML_SUCCESS;
+    } catch (...) {
+      // No memory for the file or its tree: it can't be loaded, which the readers report silently.
+    }
+    std::fclose(stream);
   }
+  fileSystem().close(fd);
+  return parsed;
 }
 
 bool printInChunks(const PrintDocument& print, const ChunkSink& sink) noexcept {

@@ -19,6 +19,7 @@
 #include "api/name_index.h"
 #include "api/record_conversion.h"
 #include "fuzz/merge_input.h"
+#include "model/document_outline.h"
 #include "model/file_system.h"
 #include "model/text.h"
 #include "orvane/ifc_proyect_pset.h"
@@ -405,6 +406,32 @@ TEST_F(DifferentialTest, Ifc4Library) {
     const std::string document = readBytes(files[i]);
     compareProperties(&document, static_cast<unsigned>(i), nullptr);
   }
+}
+
+// A save prints in 64 KB chunks; the file must be what one whole print gives, with every carriage
+// return of a text as "&#13;" (also where it falls at a chunk's end) and CR LF line ends.
+TEST_F(DifferentialTest, ChunkedSaveMatchesOneWholePrint) {
+  CIfcProyectPSet doc;
+  std::mt19937 random(7);
+  for (int s = 0; s < 300; ++s) {
+    CIfcPropertySet& set = doc.propertySets.emplace_back();
+    orvane::copyText(set.name, text(random, 40));
+    for (int p = 0; p < 4; ++p) {
+      CIfcPropertyName& property = set.properties.emplace_back();
+      orvane::copyText(property.name, text(random, static_cast<std::size_t>(random() % 300)));
+      orvane::copyText(property.description, text(random, static_cast<std::size_t>(random() % 511)));
+    }
+  }
+  tinyxml2::XMLPrinter whole;
+  orvane::xml::printPropertyDocument(
+      whole, doc.enums, [&] { for (const auto& set : doc.propertySets) orvane::xml::writePropertySet(whole, set); },
+      [] {});
+  std::string expected;
+  for (const char* c = whole.CStr(); *c != '\0'; ++c) expected += *c == '\r' ? "&#13;" : *c == '\n' ? "\r\n" : std::string(1, *c);
+  ASSERT_GT(expected.size(), 4u * 65536u);
+  orvane::test::TempDir dir;
+  doc.graba(dir.file("doc.xml").c_str());
+  EXPECT_TRUE(readBytes(dir.file("doc.xml")) == expected);
 }
 
 }  // namespace
