@@ -2,7 +2,10 @@
 //
 // As with properties, only the fields a quantity gives are written (never the padding, nor past a
 // name's terminator), and the host's names are read only up to the end of their fields.
+#include <sys/stat.h>
+
 #include <cstddef>
+#include <optional>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -10,6 +13,7 @@
 #include "api/guard.h"
 #include "api/merged_document.h"
 #include "api/record_conversion.h"
+#include "model/file_io.h"
 #include "model/text.h"
 #include "orvane/orvane.h"
 
@@ -77,6 +81,24 @@ void printSets(XMLPrinter& out, const std::vector<MergedSet>& sets, const FlatQu
   }
 }
 
+// Which file a path names, and its state: a save replaces a file by another, never rewrites it.
+struct FileIdentity {
+  dev_t device;
+  ino_t inode;
+  off_t size;
+  struct timespec modified;
+  bool operator==(const FileIdentity& o) const {
+    return device == o.device && inode == o.inode && size == o.size && modified.tv_sec == o.modified.tv_sec &&
+           modified.tv_nsec == o.modified.tv_nsec;
+  }
+};
+
+std::optional<FileIdentity> identityOf(const char* path) {
+  struct stat info {};
+  if (::stat(path, &info) != 0) return std::nullopt;
+  return FileIdentity{info.st_dev, info.st_ino, info.st_size, info.st_mtim};
+}
+
 }  // namespace
 
 extern "C" {
@@ -130,11 +152,16 @@ int setCuantificadoresFichero(const char* path, const char* pathOut, const FlatQ
     };
     // pathOut is saved both before and after the document, so when records were given its ".bak"
     // ends up holding the new contents too, as hosts expect.
-    if (!out.empty()) orvane::xml::saveWithBackup(pathOut, printOut);
+    std::optional<FileIdentity> written;
+    if (!out.empty() && orvane::xml::saveWithBackup(pathOut, printOut)) written = identityOf(pathOut);
     orvane::xml::saveWithBackup(path, [&](XMLPrinter& printer) {
       orvane::xml::printQuantityDocument(printer, doc.types, doc.objects, [&] { printSets(printer, sets, records); });
     });
-    orvane::xml::saveWithBackup(pathOut, printOut);
+    // The second save would write again the very bytes the file holds, unless the document's save
+    // replaced it (pathOut names the document, through a link say): while it is still the file
+    // written above, copying it to its backup is all that second save changes.
+    if (written && written == identityOf(pathOut)) orvane::backupFile(pathOut);
+    else orvane::xml::saveWithBackup(pathOut, printOut);
     return 1;
   });
 }

@@ -151,13 +151,13 @@ bool printInChunks(const PrintDocument& print, const ChunkSink& sink) noexcept {
   }
 }
 
-void saveWithBackup(const char* path, const PrintDocument& print) noexcept {
-  if (path == nullptr) return;
+bool saveWithBackup(const char* path, const PrintDocument& print) noexcept {
+  if (path == nullptr) return false;
   backupFile(path);
   try {
-    writeTextFile(path, [&print](const ChunkSink& sink) { return printInChunks(print, sink); });
+    return writeTextFile(path, [&print](const ChunkSink& sink) { return printInChunks(print, sink); });
   } catch (...) {
-    // Out of memory before the write began: like any failed write, the file stays as it was.
+    return false;  // out of memory before the write began: like any failed write, the file stays as it was
   }
 }
 

@@ -29,8 +29,9 @@ using PrintDocument = std::function<void(tinyxml2::XMLPrinter& out)>;
 bool printInChunks(const PrintDocument& print, const ChunkSink& sink) noexcept;
 
 // Copies the file at `path` to its ".bak" and writes what `print` prints in its place (see
-// printInChunks). Nothing is reported: a failed write, out of memory too, leaves the old file as it was.
-void saveWithBackup(const char* path, const PrintDocument& print) noexcept;
+// printInChunks). A failed write, out of memory too, leaves the old file as it was. True when the
+// new document is in place and on disk (see writeTextFile); the documents' `graba` reports nothing.
+bool saveWithBackup(const char* path, const PrintDocument& print) noexcept;
 
 // Asks the system to map the pages of [begin, begin + size) for writing now, in one call, instead of
 // one page fault at a time as records are first written into them: with large fixed-size records,

@@ -232,6 +232,12 @@ void compareQuantities(const std::string* document, unsigned seed, const std::ve
     });
   };
   ASSERT_TRUE(merge(setCuantificadoresFichero) == merge(plainSetQuantities)) << "setCuantificadoresFichero";
+  const auto mergeIntoItself = [&](auto function) {  // the output file is the document
+    return run(document, asBytes(records), [&](const char* p, const char*, char* r) {
+      return function(p, p, asRecords<FlatQuantityRecord>(r), static_cast<int>(records.size()));
+    });
+  };
+  ASSERT_TRUE(mergeIntoItself(setCuantificadoresFichero) == mergeIntoItself(plainSetQuantities));
 }
 
 // ---- The documents ----
