@@ -182,16 +182,6 @@ double median(std::vector<double> values) {
   return n % 2 ? values[n / 2] : (values[n / 2 - 1] + values[n / 2]) / 2;
 }
 
-Measure medianOf(const std::string& step, const std::string& file, int count, int runs, const char* environment) {
-  std::vector<double> ms, mb;
-  for (int i = 0; i < runs; ++i) {
-    const Measure m = runChild(step, file, count, environment);
-    ms.push_back(m.ms);
-    mb.push_back(m.peakMb);
-  }
-  return {median(ms), median(mb)};
-}
-
 std::string documentFile(const char* kind, int count, const std::string& folder = "") {
   const std::string name = std::string(kind) + std::to_string(count) + ".xml";
   const std::string path = folder.empty() ? scratch().file(name) : (fs::path(folder) / name).string();
@@ -229,6 +219,8 @@ int main(int argc, char** argv) {
   const std::vector<int> sizes = quick ? std::vector<int>{10000} : std::vector<int>{10000, 100000};
   const char* const steps[] = {"parse+walk", "print+write", "lee", "graba", "get", "set"};
 
+  // Every round runs each step once, so a change in the machine's load over the minutes of a run
+  // reaches all steps alike, and the ratios of medians stay fair.
   std::map<std::string, Measure> at;  // "kind/step/size"
   std::map<std::string, double> fileMb;
   std::printf("%-7s %-12s %8s %10s %10s\n", "kind", "step", "entries", "median ms", "peak +MB");
@@ -236,15 +228,22 @@ int main(int argc, char** argv) {
     for (const char* kind : {"psets", "qsets"}) {
       const std::string file = documentFile(kind, count);
       fileMb[std::string(kind) + std::to_string(count)] = static_cast<double>(fs::file_size(file)) / (1024.0 * 1024.0);
-      for (const char* step : steps) {
-        const Measure m = medianOf(step, file, count, runs, nullptr);
-        at[std::string(kind) + "/" + step + "/" + std::to_string(count)] = m;
-        std::printf("%-7s %-12s %8d %10.1f %10.1f\n", kind, step, count, m.ms, m.peakMb);
-        std::fflush(stdout);
+      std::map<std::string, std::vector<Measure>> rounds;
+      for (int round = 0; round < runs; ++round) {
+        for (const char* step : steps) rounds[step].push_back(runChild(step, file, count, nullptr));
+        rounds["lee-hugetlb"].push_back(runChild("lee", file, count, "GLIBC_TUNABLES=glibc.malloc.hugetlb=1"));
       }
-      const Measure huge = medianOf("lee", file, count, runs, "GLIBC_TUNABLES=glibc.malloc.hugetlb=1");
-      at[std::string(kind) + "/lee-hugetlb/" + std::to_string(count)] = huge;
-      std::printf("%-7s %-12s %8d %10.1f %10.1f\n", kind, "lee hugetlb", count, huge.ms, huge.peakMb);
+      for (const auto& [step, measures] : rounds) {
+        std::vector<double> ms, mb;
+        for (const Measure& m : measures) {
+          ms.push_back(m.ms);
+          mb.push_back(m.peakMb);
+        }
+        const Measure m{median(ms), median(mb)};
+        at[std::string(kind) + "/" + step + "/" + std::to_string(count)] = m;
+        std::printf("%-7s %-12s %8d %10.1f %10.1f\n", kind, step.c_str(), count, m.ms, m.peakMb);
+      }
+      std::fflush(stdout);
     }
   }
 
