@@ -33,16 +33,15 @@ int CIfcProyectPSet::lee(const char* path) {
 
 int CIfcProyectPSet::graba(const char* path) {
   orvane::xml::saveWithBackup(path, [this](tinyxml2::XMLPrinter& out) {
-      orvane::xml::printPropertyDocument(
-          out, enums,
-          [&] {
-            for (const CIfcPropertySet& set : propertySets) orvane::xml::writePropertySet(out, set);
-          },
-          [&] {
-            for (const auto& relation : relations) orvane::xml::writeRelation(out, relation);
-          });
-    });
-  return 1;
+    const auto sets = [&] {
+      for (const CIfcPropertySet& set : propertySets) orvane::xml::writePropertySet(out, set);
+    };
+    const auto relationList = [&] {
+      for (const auto& relation : relations) orvane::xml::writeRelation(out, relation);
+    };
+    orvane::xml::printPropertyDocument(out, enums, sets, relationList);
+  });
+  return 1;  // a failed save leaves the file as it was and is not reported
 }
 
 int CIfcProyectPSet::edita() { return 0; }

@@ -22,11 +22,11 @@ int CIfcProyectQSet::lee(const char* path) {
 
 int CIfcProyectQSet::graba(const char* path) {
   orvane::xml::saveWithBackup(path, [this](tinyxml2::XMLPrinter& out) {
-      orvane::xml::printQuantityDocument(out, types, objects, [&] {
-        for (const CIfcQuantitySet& set : quantitySets) orvane::xml::writeQuantitySet(out, set);
-      });
+    orvane::xml::printQuantityDocument(out, types, objects, [&] {
+      for (const CIfcQuantitySet& set : quantitySets) orvane::xml::writeQuantitySet(out, set);
     });
-  return 1;
+  });
+  return 1;  // a failed save leaves the file as it was and is not reported
 }
 
 int CIfcProyectQSet::edita() { return 0; }
