@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <unordered_map>
 #include <vector>
 
@@ -18,39 +19,72 @@
 
 namespace orvane::api {
 
-// Positions in one list by name. Names are compared as compareNoCase does.
-class NameIndex {
+// Hashing and comparing names as compareNoCase does.
+struct FoldedHash {
+  using is_transparent = void;
+  std::size_t operator()(std::string_view name) const noexcept;
+};
+struct FoldedEqual {
+  using is_transparent = void;
+  bool operator()(std::string_view a, std::string_view b) const noexcept;
+};
+
+// Positions in one list by name. `Key` is std::string, a copy of each name, or std::string_view
+// when the names are views of text that outlives the index (less memory per name).
+template <class Key>
+class BasicNameIndex {
  public:
   // The position of the first name equal to `name`, if any.
-  std::optional<std::size_t> find(std::string_view name) const;
+  std::optional<std::size_t> find(std::string_view name) const {
+    const auto found = positions_.find(name);
+    if (found == positions_.end()) return std::nullopt;
+    return found->second;
+  }
 
   // Records that the list holds `name` at `position`. A name already indexed keeps its earlier
   // position, so adding in list order indexes the first of each name.
-  void add(std::string_view name, std::size_t position);
+  void add(std::string_view name, std::size_t position) {
+    if (positions_.find(name) == positions_.end()) positions_.emplace(Key(name), position);
+  }
 
   void reserve(std::size_t count) { positions_.reserve(count); }
 
  private:
-  struct FoldedHash {
-    using is_transparent = void;
-    std::size_t operator()(std::string_view name) const noexcept;
-  };
-  struct FoldedEqual {
-    using is_transparent = void;
-    bool operator()(std::string_view a, std::string_view b) const noexcept;
-  };
-  std::unordered_map<std::string, std::size_t, FoldedHash, FoldedEqual> positions_;
+  std::unordered_map<Key, std::size_t, FoldedHash, FoldedEqual> positions_;
 };
+
+using NameIndex = BasicNameIndex<std::string>;
+
+// A record's name, whether it keeps it in a fixed field or as a view of text that outlives it.
+template <std::size_t N>
+std::string_view nameText(const char (&field)[N]) noexcept {
+  return fieldText(field);
+}
+inline std::string_view nameText(std::string_view name) noexcept { return name; }
+
+template <std::size_t N>
+void setName(char (&field)[N], std::string_view name) noexcept {
+  copyText(field, name);
+}
+inline void setName(std::string_view& view, std::string_view name) noexcept { view = name; }
 
 // A list of sets (each with a `name` and a list of members reached through `Members`) with an
 // index of the sets and, made the first time a set's members are searched, one of its members.
-// The list may only grow through this object while it lives, so the indices stay true.
+// The list may only grow through this object while it lives, so the indices stay true. A name kept
+// as a view must outlive the object.
 template <class Set, class Member, std::vector<Member> Set::*Members>
 class IndexedSets {
+  // Names kept in a record's own field move when its list grows, so the index copies them.
+  template <class Record>
+  using IndexOf = BasicNameIndex<std::conditional_t<std::is_same_v<decltype(Record::name), std::string_view>,
+                                                    std::string_view, std::string>>;
+  using SetIndex = IndexOf<Set>;
+  using MemberIndex = IndexOf<Member>;
+
  public:
   explicit IndexedSets(std::vector<Set>& sets) : sets_(sets) {
     sets_index_.reserve(sets.size());
-    for (std::size_t i = 0; i < sets.size(); ++i) sets_index_.add(fieldText(sets[i].name), i);
+    for (std::size_t i = 0; i < sets.size(); ++i) sets_index_.add(nameText(sets[i].name), i);
   }
 
   // The position of the first set named `name`; a new empty set of that name is appended first
@@ -58,9 +92,9 @@ class IndexedSets {
   std::size_t findOrAppend(std::string_view name) {
     if (std::optional<std::size_t> found = sets_index_.find(name)) return *found;
     Set set;
-    copyText(set.name, name);
+    setName(set.name, name);
     sets_.push_back(std::move(set));
-    sets_index_.add(fieldText(sets_.back().name), sets_.size() - 1);
+    sets_index_.add(nameText(sets_.back().name), sets_.size() - 1);
     return sets_.size() - 1;
   }
 
@@ -73,28 +107,28 @@ class IndexedSets {
   }
 
   void appendMember(std::size_t set, const Member& member) {
-    NameIndex& index = membersOf(set);
+    MemberIndex& index = membersOf(set);
     std::vector<Member>& members = sets_[set].*Members;
     members.push_back(member);
-    index.add(fieldText(members.back().name), members.size() - 1);
+    index.add(nameText(members.back().name), members.size() - 1);
   }
 
  private:
-  NameIndex& membersOf(std::size_t set) {
+  MemberIndex& membersOf(std::size_t set) {
     if (member_indices_.size() <= set) member_indices_.resize(sets_.size());
-    std::unique_ptr<NameIndex>& index = member_indices_[set];
+    std::unique_ptr<MemberIndex>& index = member_indices_[set];
     if (!index) {
-      index = std::make_unique<NameIndex>();
+      index = std::make_unique<MemberIndex>();
       const std::vector<Member>& members = sets_[set].*Members;
       index->reserve(members.size());
-      for (std::size_t i = 0; i < members.size(); ++i) index->add(fieldText(members[i].name), i);
+      for (std::size_t i = 0; i < members.size(); ++i) index->add(nameText(members[i].name), i);
     }
     return *index;
   }
 
   std::vector<Set>& sets_;
-  NameIndex sets_index_;
-  std::vector<std::unique_ptr<NameIndex>> member_indices_;
+  SetIndex sets_index_;
+  std::vector<std::unique_ptr<MemberIndex>> member_indices_;
 };
 
 }  // namespace orvane::api

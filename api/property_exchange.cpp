@@ -9,7 +9,8 @@
 #include <vector>
 
 #include "api/guard.h"
-#include "api/name_index.h"
+#include "api/merged_document.h"
+#include "api/record_conversion.h"
 #include "model/names.h"
 #include "model/numbers.h"
 #include "model/text.h"
@@ -20,13 +21,11 @@ using orvane::copyText;
 using orvane::fieldText;
 using orvane::api::guarded;
 
-namespace {
+namespace orvane::api {
 
-using IndexedPropertySets = orvane::api::IndexedSets<CIfcPropertySet, CIfcPropertyName, &CIfcPropertySet::properties>;
-
-void fillRecord(FlatPropertyRecord& record, const CIfcPropertySet& set, const CIfcPropertyName& property) {
+void fillRecord(FlatPropertyRecord& record, std::string_view setName, const CIfcPropertyName& property) {
   record.valueType = property.valueType;
-  copyText(record.setName, fieldText(set.name));
+  copyText(record.setName, setName);
   copyText(record.propertyName, fieldText(property.name));
   record.unit = property.unit;
   // An Integer or Real that refers to a host variable goes out as its number: the host reads
@@ -50,9 +49,7 @@ void fillRecord(FlatPropertyRecord& record, const CIfcPropertySet& set, const CI
   }
 }
 
-// The property a record describes, with every field the record doesn't give at its default.
-CIfcPropertyName propertyFrom(const FlatPropertyRecord& record) {
-  CIfcPropertyName property;
+void propertyFrom(const FlatPropertyRecord& record, CIfcPropertyName& property) {
   copyText(property.name, fieldText(record.propertyName));
   property.valueType = record.valueType;
   property.unit = record.unit;
@@ -76,40 +73,91 @@ CIfcPropertyName propertyFrom(const FlatPropertyRecord& record) {
     default:
       break;  // Boolean, DateTime and unknown types are written back without a value
   }
-  return property;
 }
 
-// Puts `property` into set `set`: appended when the set has no property of its name, else its
-// value, type, unit and (empty) description replace the first such property's; that property keeps
-// its name, rule, optional flag and enumerated type.
-void apply(IndexedPropertySets& sets, std::size_t set, const CIfcPropertyName& property) {
-  CIfcPropertyName* existing = sets.findMember(set, fieldText(property.name));
-  if (existing == nullptr) {
-    sets.appendMember(set, property);
-    return;
+void update(CIfcPropertyName& existing, const FlatPropertyRecord& record) {
+  CIfcPropertyName property;
+  propertyFrom(record, property);
+  existing.valueType = property.valueType;
+  existing.intValue = property.intValue;
+  existing.realValue = property.realValue;
+  copyText(existing.textValue, fieldText(property.textValue));
+  copyText(existing.description, fieldText(property.description));
+  existing.unit = property.unit;
+}
+
+}  // namespace orvane::api
+
+namespace {
+
+using orvane::api::MergedMember;
+using orvane::api::MergedSet;
+using orvane::api::MergedSets;
+using tinyxml2::XMLElement;
+using tinyxml2::XMLPrinter;
+using orvane::api::fillRecord;
+using orvane::api::propertyFrom;
+using orvane::api::update;
+
+// Puts record `i` into set `set`: a new property when the set has none of its name, else an update
+// of the first one.
+void apply(MergedSets& sets, std::size_t set, const FlatPropertyRecord* records, int32_t i) {
+  const std::string_view name = fieldText(records[i].propertyName);
+  if (MergedMember* existing = sets.findMember(set, name)) existing->last = i;
+  else sets.appendMember(set, MergedMember{name, nullptr, i, i});
+}
+
+// The property as a merge of whole records would hold it.
+void materialise(const MergedMember& member, const FlatPropertyRecord* records, CIfcPropertyName& property) {
+  if (member.element != nullptr) orvane::xml::fillProperty(*member.element, property);  // read once already
+  else propertyFrom(records[member.first], property);
+  if (member.last >= 0 && member.last != member.first) update(property, records[member.last]);
+}
+
+void printSets(XMLPrinter& out, const std::vector<MergedSet>& sets, const FlatPropertyRecord* records) {
+  for (const MergedSet& set : sets) {
+    char name[kTextFieldSize];
+    char description[kTextFieldSize] = "";
+    copyText(name, set.name);
+    if (set.element != nullptr) copyText(description, orvane::xml::propertySetAttributes(*set.element).description);
+    orvane::xml::openPropertySet(out, name, description);
+    for (const MergedMember& member : set.members) {
+      CIfcPropertyName property;
+      materialise(member, records, property);
+      orvane::xml::writeProperty(out, property);
+    }
+    out.CloseElement();
   }
-  existing->valueType = property.valueType;
-  existing->intValue = property.intValue;
-  existing->realValue = property.realValue;
-  copyText(existing->textValue, fieldText(property.textValue));
-  copyText(existing->description, fieldText(property.description));
-  existing->unit = property.unit;
+}
+
+void printRelations(XMLPrinter& out, const std::vector<const XMLElement*>& relations) {
+  for (const XMLElement* element : relations) {
+    CIfcRelationProyectPSet_IfcObject relation;
+    orvane::xml::readRelation(*element, relation);  // read once already
+    orvane::xml::writeRelation(out, relation);
+  }
 }
 
 }  // namespace
 
 extern "C" {
 
+// Fills the host's records straight from the XML tree, one property at a time, without building
+// the document's records: the same records as reading the document and walking it.
 int getPropiedadesFichero(const char* path, FlatPropertyRecord* records, int maxRecords) noexcept {
   if (path == nullptr || records == nullptr || maxRecords <= 0) return 0;
   return guarded(0, [&] {
-    CIfcProyectPSet doc;
-    doc.lee(path);  // a file that doesn't read gives no records
+    tinyxml2::XMLDocument tree;
+    if (!orvane::xml::loadTree(path, tree)) return 0;  // a file that doesn't read gives no records
+    orvane::xml::PropertyOutline doc;
+    orvane::xml::outlinePropertyDocument(tree, doc);
     int filled = 0;
-    for (const CIfcPropertySet& set : doc.propertySets) {
-      for (const CIfcPropertyName& property : set.properties) {
+    for (const orvane::xml::SetOutline& set : doc.sets) {
+      for (const XMLElement* element : set.members) {
         if (filled >= maxRecords) return filled;
-        fillRecord(records[filled], set, property);
+        CIfcPropertyName property;
+        orvane::xml::fillProperty(*element, property);  // read once already
+        fillRecord(records[filled], set.name, property);
         ++filled;
       }
     }
@@ -117,39 +165,41 @@ int getPropiedadesFichero(const char* path, FlatPropertyRecord* records, int max
   });
 }
 
+// Merges against the document's XML tree: each property is noted as its element or the records
+// that made it, and printed from there, so neither the document nor the partial document is ever
+// held as records.
 int setPropiedadesFichero(const char* path, const char* partialPath, const FlatPropertyRecord* records,
                           int count, int saveDocument) noexcept {
   if (path == nullptr) return 0;
   if (count > 0 && (records == nullptr || partialPath == nullptr)) return 0;
   return guarded(0, [&] {
     const std::size_t n = count > 0 ? static_cast<std::size_t>(count) : 0;
-    CIfcProyectPSet doc;
-    doc.lee(path);  // a file that doesn't read merges into an empty document
-    std::vector<CIfcPropertySet> named;  // the sets the records name, for the partial document
+    tinyxml2::XMLDocument tree;
+    orvane::xml::PropertyOutline doc;
+    // A file that doesn't read merges into an empty document.
+    if (orvane::xml::loadTree(path, tree)) orvane::xml::outlinePropertyDocument(tree, doc);
+    std::vector<MergedSet> sets = orvane::api::mergedSets(doc.sets);
+    std::vector<MergedSet> named;  // the sets the records name, for the partial document
     {
-      IndexedPropertySets inNamed(named);
-      IndexedPropertySets inDoc(doc.propertySets);
-      // Every set is in place before the first property goes in, so a set's position, taken once
-      // per record, holds for the whole merge.
-      std::vector<std::pair<std::size_t, std::size_t>> positions;
-      positions.reserve(n);
+      MergedSets inNamed(named);
+      MergedSets inDoc(sets);
+      const auto positions = orvane::api::setPositions(inNamed, inDoc, records, n);
       for (std::size_t i = 0; i < n; ++i) {
-        const std::string_view setName = fieldText(records[i].setName);
-        positions.emplace_back(inNamed.findOrAppend(setName), inDoc.findOrAppend(setName));
-      }
-      for (std::size_t i = 0; i < n; ++i) {
-        const CIfcPropertyName property = propertyFrom(records[i]);
-        apply(inNamed, positions[i].first, property);
-        apply(inDoc, positions[i].second, property);
+        apply(inNamed, positions[i].first, records, static_cast<int32_t>(i));
+        apply(inDoc, positions[i].second, records, static_cast<int32_t>(i));
       }
     }
     if (!named.empty()) {
-      CIfcProyectPSet partial;
-      partial.enums = doc.enums;
-      partial.propertySets = std::move(named);
-      partial.graba(partialPath);
+      orvane::xml::saveWithBackup(partialPath, [&](XMLPrinter& out) {
+        orvane::xml::printPropertyDocument(out, doc.enums, [&] { printSets(out, named, records); }, [] {});
+      });
     }
-    if (saveDocument != 0) doc.graba(path);
+    if (saveDocument != 0) {
+      orvane::xml::saveWithBackup(path, [&](XMLPrinter& out) {
+        orvane::xml::printPropertyDocument(
+            out, doc.enums, [&] { printSets(out, sets, records); }, [&] { printRelations(out, doc.relations); });
+      });
+    }
     return 1;
   });
 }

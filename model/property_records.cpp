@@ -111,10 +111,15 @@ int readEnum(const XMLElement& element, CIfcEnum& record) {
   });
 }
 
+PropertySetAttributes propertySetAttributes(const XMLElement& element) {
+  return {requiredAttribute(element, "Name"), requiredAttribute(element, "Description")};
+}
+
 int readPropertySet(const XMLElement& element, CIfcPropertySet& record) {
   return guardedRead("Error lectura XML. CIfcPropertySet", [&] {
-    copyText(record.name, requiredAttribute(element, "Name"));
-    copyText(record.description, requiredAttribute(element, "Description"));
+    const PropertySetAttributes attributes = propertySetAttributes(element);
+    copyText(record.name, attributes.name);
+    copyText(record.description, attributes.description);
     record.properties.reserve(countChildren(element, "PropertyName"));
     forEachChild(element, "PropertyName", [&](const XMLElement& child) {
       // A property that fails is left out; the others still count.
@@ -124,20 +129,22 @@ int readPropertySet(const XMLElement& element, CIfcPropertySet& record) {
   });
 }
 
+void fillProperty(const XMLElement& element, CIfcPropertyName& record) {
+  copyText(record.name, requiredAttribute(element, "Name"));
+  const char* type = requiredAttribute(element, "Type");
+  record.valueType = PropertyEnumerated;  // any word but the five names an enumerated type
+  for (const TypeWord& entry : kTypeWords)
+    if (equalsNoCase(type, entry.word)) record.valueType = entry.type;
+  if (record.valueType == PropertyEnumerated) copyText(record.enumName, type);
+  if (const char* unit = element.Attribute("Unit")) record.unit = unitIndex(unit);
+  copyText(record.rule, requiredAttribute(element, "Rule"));
+  record.optional = isYes(requiredAttribute(element, "Optional"));
+  copyText(record.description, textOrEmpty(requiredChild(element, "Description")));
+  storeValue(record, textOrEmpty(requiredChild(element, "Value")));
+}
+
 int readProperty(const XMLElement& element, CIfcPropertyName& record) {
-  return guardedRead("Error lectura XML. CIfcPropertyName", [&] {
-    copyText(record.name, requiredAttribute(element, "Name"));
-    const char* type = requiredAttribute(element, "Type");
-    record.valueType = PropertyEnumerated;  // any word but the five names an enumerated type
-    for (const TypeWord& entry : kTypeWords)
-      if (equalsNoCase(type, entry.word)) record.valueType = entry.type;
-    if (record.valueType == PropertyEnumerated) copyText(record.enumName, type);
-    if (const char* unit = element.Attribute("Unit")) record.unit = unitIndex(unit);
-    copyText(record.rule, requiredAttribute(element, "Rule"));
-    record.optional = isYes(requiredAttribute(element, "Optional"));
-    copyText(record.description, textOrEmpty(requiredChild(element, "Description")));
-    storeValue(record, textOrEmpty(requiredChild(element, "Value")));
-  });
+  return guardedRead("Error lectura XML. CIfcPropertyName", [&] { fillProperty(element, record); });
 }
 
 int readRelation(const XMLElement& element, CIfcRelationProyectPSet_IfcObject& record) {
@@ -162,10 +169,14 @@ void writeEnum(XMLPrinter& out, const CIfcEnum& record) {
   out.CloseElement();
 }
 
-void writePropertySet(XMLPrinter& out, const CIfcPropertySet& record) {
+void openPropertySet(XMLPrinter& out, const char* name, const char* description) {
   out.OpenElement("PropertySet");
-  out.PushAttribute("Name", record.name);
-  out.PushAttribute("Description", record.description);
+  out.PushAttribute("Name", name);
+  out.PushAttribute("Description", description);
+}
+
+void writePropertySet(XMLPrinter& out, const CIfcPropertySet& record) {
+  openPropertySet(out, record.name, record.description);
   for (const CIfcPropertyName& property : record.properties) writeProperty(out, property);
   out.CloseElement();
 }

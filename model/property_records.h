@@ -19,8 +19,21 @@ int readProperty(const tinyxml2::XMLElement& element, CIfcPropertyName& record);
 int readRelation(const tinyxml2::XMLElement& element,
                  CIfcRelationProyectPSet_IfcObject& record);  // "RelationIfcElementWithPSet"
 
+// The rules behind the readers, for code that reads these elements into something else than the
+// records (the exchange functions fill host records and merge straight from the XML tree). Each
+// throws MissingPart where the record's reader fails; the texts are the element's own, not cut.
+struct PropertySetAttributes {
+  const char* name;
+  const char* description;
+};
+PropertySetAttributes propertySetAttributes(const tinyxml2::XMLElement& element);
+// readProperty without its message: fills `record`, which starts at its defaults.
+void fillProperty(const tinyxml2::XMLElement& element, CIfcPropertyName& record);
+
 void writeEnum(tinyxml2::XMLPrinter& out, const CIfcEnum& record);
 void writePropertySet(tinyxml2::XMLPrinter& out, const CIfcPropertySet& record);
+// Opens a "PropertySet" element with its attributes; its properties and CloseElement follow.
+void openPropertySet(tinyxml2::XMLPrinter& out, const char* name, const char* description);
 void writeProperty(tinyxml2::XMLPrinter& out, const CIfcPropertyName& record);
 void writeRelation(tinyxml2::XMLPrinter& out, const CIfcRelationProyectPSet_IfcObject& record);
 

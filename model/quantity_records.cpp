@@ -25,24 +25,32 @@ int32_t measureTypeOf(const char* literal) {
 
 }  // namespace
 
+void fillQuantity(const XMLElement& element, CIfcQuantityName& record) {
+  copyText(record.name, requiredAttribute(element, "Name"));
+  record.exported = equalsNoCase(requiredAttribute(element, "Export"), "yes");
+  // A kind outside the three is written without "TypeQuorsel", so its absence reads as a length
+  // rather than failing: a saved document always reads back.
+  record.measureType = LengthMeasure;
+  if (const char* literal = element.Attribute("TypeQuorsel")) record.measureType = measureTypeOf(literal);
+  copyText(record.description, textOrEmpty(requiredChild(element, "Description")));
+  record.value = readReal(textOrEmpty(requiredChild(element, "Value")));
+}
+
 int readQuantity(const XMLElement& element, CIfcQuantityName& record) {
-  return guardedRead("Error lectura XML. CIfcQuantityName", [&] {
-    copyText(record.name, requiredAttribute(element, "Name"));
-    record.exported = equalsNoCase(requiredAttribute(element, "Export"), "yes");
-    // A kind outside the three is written without "TypeQuorsel", so its absence reads as a length
-    // rather than failing: a saved document always reads back.
-    record.measureType = LengthMeasure;
-    if (const char* literal = element.Attribute("TypeQuorsel")) record.measureType = measureTypeOf(literal);
-    copyText(record.description, textOrEmpty(requiredChild(element, "Description")));
-    record.value = readReal(textOrEmpty(requiredChild(element, "Value")));
-  });
+  return guardedRead("Error lectura XML. CIfcQuantityName", [&] { fillQuantity(element, record); });
+}
+
+QuantitySetAttributes quantitySetAttributes(const XMLElement& element) {
+  return {requiredAttribute(element, "Name"), requiredAttribute(element, "Description"),
+          requiredAttribute(element, "typeZep")};
 }
 
 int readQuantitySet(const XMLElement& element, CIfcQuantitySet& record) {
   return guardedRead("Error lectura XML. CIfcQuantitySet", [&] {
-    copyText(record.name, requiredAttribute(element, "Name"));
-    copyText(record.description, requiredAttribute(element, "Description"));
-    copyText(record.typeZep, requiredAttribute(element, "typeZep"));
+    const QuantitySetAttributes attributes = quantitySetAttributes(element);
+    copyText(record.name, attributes.name);
+    copyText(record.description, attributes.description);
+    copyText(record.typeZep, attributes.typeZep);
     record.quantities.reserve(countChildren(element, "QuantityName"));
     forEachChild(element, "QuantityName", [&](const XMLElement& child) {
       // A quantity that fails is left out; the set still reads.
@@ -71,11 +79,15 @@ void writeQuantity(XMLPrinter& out, const CIfcQuantityName& record) {
   out.CloseElement();
 }
 
-void writeQuantitySet(XMLPrinter& out, const CIfcQuantitySet& record) {
+void openQuantitySet(XMLPrinter& out, const char* name, const char* description, const char* typeZep) {
   out.OpenElement("QuantitySet");
-  out.PushAttribute("Name", record.name);
-  out.PushAttribute("Description", record.description);
-  out.PushAttribute("typeZep", record.typeZep);
+  out.PushAttribute("Name", name);
+  out.PushAttribute("Description", description);
+  out.PushAttribute("typeZep", typeZep);
+}
+
+void writeQuantitySet(XMLPrinter& out, const CIfcQuantitySet& record) {
+  openQuantitySet(out, record.name, record.description, record.typeZep);
   for (const CIfcQuantityName& quantity : record.quantities) writeQuantity(out, quantity);
   out.CloseElement();
 }
