@@ -21,7 +21,9 @@ PropertyAssignView::PropertyAssignView(CPropiedadesObjetosIFCDlg& logic, QWidget
           [this](int row, int column) { perform([this, row, column] { logic_.doubleClick(row, column); }); });
 }
 
-PropertyAssignView::~PropertyAssignView() = default;
+// A cell still being edited is committed when the window hides, which QWidget's destructor does
+// after this view is gone: that commit must not reach it.
+PropertyAssignView::~PropertyAssignView() { ui_->grid->disconnect(this); }
 
 void PropertyAssignView::showState() {
   setWindowTitle(toQString(logic_.caption));

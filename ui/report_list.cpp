@@ -80,6 +80,9 @@ void ReportList::rebuild(const ListViewState& state) {
 void ReportList::sizeColumns() {
   sizedWhileVisible_ = isVisible();
   resizeColumnsToContents();
+  // Fitting sized the last column too; it goes back to filling the rest of the width.
+  horizontalHeader()->setStretchLastSection(false);
+  horizontalHeader()->setStretchLastSection(true);
 }
 
 // The widths taken before the dialog was first laid out were measured on a list of no real size.
