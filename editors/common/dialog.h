@@ -91,7 +91,9 @@ class Dialog {
   int result_ = 0;
 };
 
-// A report-style list: columns with their titles, rows of texts, and what to reveal.
+// A report-style list: columns with their titles, rows of texts, and what to reveal. The widths
+// are the ones the host's dialogs start with; the Qt list fits every column to its contents and
+// title all the same, so no column starts off-screen.
 struct ListColumn {
   std::u16string title;
   int widthDivisor = 2;  // starts at the list's width divided by this
@@ -102,7 +104,8 @@ struct ListViewState {
   std::vector<std::vector<std::u16string>> rows;
   // After filling, each column takes the wider of its contents and its title.
   bool fitColumnsToContents = false;
-  // The row to mark selected and focused and scroll into view; -1 for none.
+  // The row to mark selected and focused and scroll into view; -1 for none, shown with no row
+  // selected.
   int revealRow = -1;
 };
 
