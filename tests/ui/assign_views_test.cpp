@@ -187,9 +187,12 @@ TEST_F(PropertyAssignViewTest, ADropDownCellOffersExactlyItsChoicesAndNoTyping) 
   EXPECT_EQ(cellText(3, 3), "Rugoso");
   EXPECT_EQ(openEditor(), nullptr);
   EXPECT_FALSE(logic.ended());
-  // A choice picked from the open list commits at once.
-  choices = qobject_cast<QComboBox*>(startEdit(3, 3));
+  // Alt+Down opens the list, and a choice picked from it commits at once.
+  grid()->setCurrentIndex(grid()->cellIndex(3, 3));
+  QTest::keyClick(grid(), Qt::Key_Down, Qt::AltModifier);
+  choices = qobject_cast<QComboBox*>(openEditor());
   ASSERT_NE(choices, nullptr);
+  EXPECT_TRUE(choices->view()->isVisible());
   choices->setCurrentIndex(0);
   emit choices->activated(0);
   settle();

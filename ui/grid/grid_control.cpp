@@ -1,5 +1,6 @@
 #include "ui/grid/grid_control.h"
 
+#include <QComboBox>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QScrollBar>
@@ -75,8 +76,16 @@ void GridControl::moveDown() {
 }
 
 void GridControl::keyPressEvent(QKeyEvent* event) {
-  if ((event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) && state() != EditingState) {
+  if (state() == EditingState) return QTableView::keyPressEvent(event);
+  if (event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter) {
     moveDown();
+    return event->accept();
+  }
+  // Alt+Down and F4 open a drop-down cell's list, as they open a drop-down list's.
+  const bool openList = event->key() == Qt::Key_F4 || (event->key() == Qt::Key_Down && (event->modifiers() & Qt::AltModifier));
+  if (openList && currentIndex().data(GridTableModel::DropDownRole).toBool()) {
+    if (edit(currentIndex(), EditKeyPressed, event))
+      if (auto* choices = qobject_cast<QComboBox*>(indexWidget(currentIndex()))) choices->showPopup();
     return event->accept();
   }
   QTableView::keyPressEvent(event);
