@@ -23,9 +23,15 @@ QString oneLine(const std::u16string& text) {
 
 GridTableModel::GridTableModel(QObject* parent) : QAbstractTableModel(parent) {}
 
+// The same rows in the same columns: the shape, and the first column's texts (the rows' names), so
+// another set of as many properties counts as a new grid.
 bool GridTableModel::sameShape(const GridModel& grid) const {
-  return grid.rowCount() == grid_.rowCount() && grid.columnCount() == grid_.columnCount() &&
-         grid.fixedRowCount() == grid_.fixedRowCount() && grid.fixedColumnCount() == grid_.fixedColumnCount();
+  if (grid.rowCount() != grid_.rowCount() || grid.columnCount() != grid_.columnCount() ||
+      grid.fixedRowCount() != grid_.fixedRowCount() || grid.fixedColumnCount() != grid_.fixedColumnCount())
+    return false;
+  for (int row = 0; row < grid.rowCount() && grid.columnCount() > 0; ++row)
+    if (grid.cell(row, 0).text != grid_.cell(row, 0).text) return false;
+  return true;
 }
 
 bool GridTableModel::setGrid(const GridModel& grid) {

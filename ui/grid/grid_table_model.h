@@ -20,8 +20,9 @@ class GridTableModel : public QAbstractTableModel {
 
   explicit GridTableModel(QObject* parent = nullptr);
 
-  // Shows a copy of `grid`. A grid of the shape shown is updated in place, so the views keep their
-  // current cell and scroll position; another shape resets them. True when they were reset.
+  // Shows a copy of `grid`. A grid of the rows shown (same shape, same names in the first column) is
+  // updated in place, so the views keep their current cell and scroll position; another grid resets
+  // them. True when they were reset.
   bool setGrid(const GridModel& grid);
   // True while an edit's end is being reported: the views are committing an editor then, and must
   // not be reset under it.
