@@ -34,7 +34,6 @@ ReportList::ReportList(QWidget* parent) : QTableWidget(parent) {
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setSectionsClickable(false);
-  horizontalHeader()->setStretchLastSection(true);
   setTabKeyNavigation(false);  // Tab leaves the list; the arrows move inside it
   connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,
           [this](const QItemSelection& selected) { followSelection(selected); });
@@ -80,9 +79,23 @@ void ReportList::rebuild(const ListViewState& state) {
 void ReportList::sizeColumns() {
   sizedWhileVisible_ = isVisible();
   resizeColumnsToContents();
-  // Fitting sized the last column too; it goes back to filling the rest of the width.
-  horizontalHeader()->setStretchLastSection(false);
-  horizontalHeader()->setStretchLastSection(true);
+  lastColumnFitted_ = columnCount() > 0 ? columnWidth(columnCount() - 1) : 0;
+  fillWithLastColumn();
+}
+
+// Qt's own stretching of the last section is not redone when the other columns are fitted after
+// it, so the last column is widened here, never below the width its contents need.
+void ReportList::fillWithLastColumn() {
+  const int last = columnCount() - 1;
+  if (last < 0) return;
+  int others = 0;
+  for (int column = 0; column < last; ++column) others += columnWidth(column);
+  setColumnWidth(last, std::max(lastColumnFitted_, viewport()->width() - others));
+}
+
+void ReportList::resizeEvent(QResizeEvent* event) {
+  QTableWidget::resizeEvent(event);
+  fillWithLastColumn();
 }
 
 // The widths taken before the dialog was first laid out were measured on a list of no real size.

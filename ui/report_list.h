@@ -44,10 +44,12 @@ class ReportList : public QTableWidget {
   void mouseDoubleClickEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
 
  private:
   void rebuild(const ListViewState& state);
   void sizeColumns();
+  void fillWithLastColumn();
   void reveal(int row);
   int rowAt(const QPoint& position) const;
   void reportClick(int row);
@@ -55,6 +57,7 @@ class ReportList : public QTableWidget {
 
   ListViewState shown_;
   bool sizedWhileVisible_ = false;
+  int lastColumnFitted_ = 0;  // the width the last column's contents and title need
   bool showing_ = false;    // the dialog's state is being shown: selections are not the user's
   bool mouseDown_ = false;  // a click reports its row when the button is released
   QAbstractButton* insertButton_ = nullptr;

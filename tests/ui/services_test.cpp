@@ -245,7 +245,8 @@ TEST_F(MessageBoxes, AQuestionIsYesOrNoAndEscapeMeansNo) {
   EXPECT_FALSE(screen.askYesNo(kConfirmDelete));
 }
 
-const FilePickerOptions kCsvOptions{{{u"CSV Files (*.csv)", u"*.csv"}, {u"All Files (*.*)", u"*.*"}}, u"csv", true};
+const FilePickerOptions kCsvOptions{
+    {{u"CSV Files (*.csv)", u"*.csv"}, {u"All Files (*.*)", u"*.*"}}, u"csv", true, {}};
 
 TEST_F(MessageBoxes, TheOpenPickerShowsTheFiltersAndReturnsTheChosenFile) {
   TempDir dir;

@@ -179,7 +179,9 @@ TEST_P(SetListKeys, ActOnTheRowReachedAndLeaveTheDialogOpen) {
       click(set, "cancelButton");
     });
   QTest::keyClick(sets(), c.key);
-  if (c.opened != nullptr) EXPECT_EQ(opened, c.opened);
+  if (c.opened != nullptr) {
+    EXPECT_EQ(opened, c.opened);
+  }
   EXPECT_EQ(services.questions.size(), c.asked ? 1u : 0u);
   EXPECT_FALSE(logic.ended());
   EXPECT_EQ(sets()->rowCount(), 3);
