@@ -265,7 +265,9 @@ ORVANE_API int setCuantificadoresFichero(const char* path, const char* pathOut,
  * windows open with empty captions. PropertiesSet and asignarPropiedades store their own
  * `messagePath` in the same place, replacing what this stored. The path is copied (cut at 511
  * bytes, at a UTF-8 character boundary); NULL stores an empty path, so the editors show empty
- * captions. The file is read only when an editor needs a text, and not kept open. */
+ * captions. The file is read only when an editor needs a text, and not kept open. As with the
+ * editors' own parameter, a message file once read that held no entries stays in use, empty, until
+ * the library is unloaded. */
 ORVANE_API void fijaRutaMensajes(const char* messagePath) ORVANE_NOEXCEPT;
 
 /* Edits the sets and enumerated types of the property-set file at `path`; OK writes them back.
