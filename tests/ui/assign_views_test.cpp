@@ -148,10 +148,13 @@ TEST_F(PropertyAssignViewTest, TheCurrentCellSurvivesACommitAndTabLeavesTheGrid)
   editor = qobject_cast<QLineEdit*>(startEdit(2, 3));
   ASSERT_NE(editor, nullptr);
   editor->setText("4");
-  grid()->setFocus();  // the edit ends as a click elsewhere ends it, and commits
+  QTest::keyClick(editor, Qt::Key_Tab);  // commits, and goes on to the next control
   settle();
   EXPECT_EQ(cellText(2, 3), "4.000");
   EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(2, 3));
+  ASSERT_NE(QApplication::focusWidget(), nullptr);
+  EXPECT_FALSE(grid()->isAncestorOf(QApplication::focusWidget()));
+  grid()->setFocus();
   QTest::keyClick(grid(), Qt::Key_Tab);
   EXPECT_NE(QApplication::focusWidget(), grid());
 }
