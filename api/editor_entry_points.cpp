@@ -2,6 +2,7 @@
 // message boxes, the Qt views) and leaves everything else to the toolkit-free flows of
 // editors/entry_points.h. Nothing thrown inside reaches the host.
 #include "api/guard.h"
+#include "editors/common/messages.h"
 #include "editors/entry_points.h"
 #include "orvane/ifc_proyect_pset.h"
 #include "orvane/ifc_proyect_qset.h"
@@ -32,6 +33,8 @@ bool readable(const char* path) noexcept {
 }  // namespace
 
 extern "C" {
+
+void fijaRutaMensajes(const char* messagePath) noexcept { orvane::setRutaMensajes(messagePath); }
 
 void PropertiesSet(const char* path, const char* messagePath, const char* catalogPath) noexcept {
   session([&](DialogServices& services) { orvane::editPropertySets(services, path, messagePath, catalogPath); });

@@ -33,14 +33,15 @@ struct MessageTableScope {
 // "Guardar como...": the first `count` sets of the list (not the selected rows themselves), with the
 // list's enumerated types and the relations the document was read with, go to a file the user picks.
 void saveFirstSetsAs(DialogServices& services, CIfcProyectPSet& document, const CPropertiesSetDlg& list) {
-  const FilePickerOptions options{{{u"Text Files (*.xml)", u"*.xml"}, {u"All Files (*.*)", u"*.*"}}, u"txt", true};
+  const FilePickerOptions options{
+      {{u"Text Files (*.xml)", u"*.xml"}, {u"All Files (*.*)", u"*.*"}}, u"txt", true, list.documentFolder};
   const std::optional<std::u16string> chosen = services.pickFileToSave(options);
   const auto count = std::min<std::size_t>(static_cast<std::size_t>(list.selection.count), list.propertySets.size());
   document.propertySets.assign(list.propertySets.begin(), list.propertySets.begin() + static_cast<std::ptrdiff_t>(count));
   document.enums = list.enums;
   // A cancelled picker leaves no name: nothing is written, and the message is shown all the same.
   if (chosen && !chosen->empty()) document.graba(toUtf8(*chosen).c_str());
-  services.showMessage(textoMensaje(3, 40));
+  services.showInformation(textoMensaje(3, 40));
 }
 
 }  // namespace
@@ -51,6 +52,7 @@ void editPropertySets(DialogServices& services, const char* path, const char* me
   CIfcProyectPSet document;
   document.lee(path);  // a missing file opens an empty editor; the first OK creates it
   CPropertiesSetDlg list(services, document.propertySets, document.enums);
+  list.documentFolder = folderOf(path);
   readCatalogue(catalogPath, list.catalogue);
   for (;;) {
     const int result = list.run();
@@ -77,6 +79,7 @@ bool assignPropertySets(DialogServices& services, const char* path, const char* 
   CIfcProyectPSet assigned;
   assigned.lee(assignmentPath);  // an object without a file starts with no sets
   CPropiedadesObjetosIFCDlg editor(services, definitions.propertySets, definitions.enums, assigned.propertySets);
+  editor.documentFolder = folderOf(path);
   readCatalogue(catalogPath, editor.catalogue);
   if (editor.run() == kDialogOk) {
     // Both documents get the same enumerated types; their relations stay as read.
@@ -105,6 +108,7 @@ void editQuantitySets(DialogServices& services, const char* path) {
   CIfcProyectQSet document;
   document.lee(path);
   CPropertiesSetDlg list(services, document.quantitySets, document.types, document.objects);
+  list.documentFolder = folderOf(path);
   if (list.run() != kDialogOk) return;
   document.types = list.types;
   document.objects = list.objects;

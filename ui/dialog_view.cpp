@@ -4,6 +4,7 @@
 #include <exception>
 #include <new>
 
+#include "ui/control_names.h"
 #include "ui/qt_services.h"
 #include "ui/view_helpers.h"
 
@@ -27,8 +28,20 @@ void DialogView::perform(const std::function<void()>& operation) {
   } catch (const std::exception& error) {
     QMessageBox::warning(this, toQString(kMessageBoxTitle), QString::fromLocal8Bit(error.what()));
   }
-  if (logic_.ended()) done(logic_.result());
-  else showState();
+  if (logic_.ended()) return done(logic_.result());
+  showState();
+  finishState();
+}
+
+void DialogView::finishState() {
+  nameControls(*this);
+  giveMnemonics(*this);
+}
+
+void DialogView::showEvent(QShowEvent* event) {
+  pairLabelsWithFields(*this);
+  finishState();
+  QDialog::showEvent(event);
 }
 
 void DialogView::onClicked(QAbstractButton* button, std::function<void()> operation) {

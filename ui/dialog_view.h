@@ -25,6 +25,9 @@ class DialogView : public QDialog {
   // Esc, "Cancelar" and the window's close button: the logic ends with Cancel.
   void reject() override;
 
+  // Names the controls after the captions shown and gives the buttons their mnemonics.
+  void finishState();
+
  protected:
   // Hands what the user typed, checked or chose to the logic, whose operations read it from there.
   virtual void collectEdits() {}
@@ -34,6 +37,8 @@ class DialogView : public QDialog {
 
   // A click on `button` performs `operation`.
   void onClicked(QAbstractButton* button, std::function<void()> operation);
+
+  void showEvent(QShowEvent* event) override;
 
  private:
   Dialog& logic_;

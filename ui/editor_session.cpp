@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QFileInfo>
+#include <QLibraryInfo>
+#include <QTranslator>
 #include <cstdio>
 
 #include "ui/message_box_sink.h"
@@ -60,6 +62,25 @@ class MessageSinkScope {
   MessageSink previous_;
 };
 
+// Qt's own texts (Yes, No, the file dialogs) in Spanish, like the editors, for the session only: a
+// host's application keeps its own language once the editor returns.
+class SpanishQtScope {
+ public:
+  SpanishQtScope() {
+    if (translator_.load(QStringLiteral("qtbase_es"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+      installed_ = QCoreApplication::installTranslator(&translator_);
+  }
+  ~SpanishQtScope() {
+    if (installed_) QCoreApplication::removeTranslator(&translator_);
+  }
+  SpanishQtScope(const SpanishQtScope&) = delete;
+  SpanishQtScope& operator=(const SpanishQtScope&) = delete;
+
+ private:
+  QTranslator translator_;
+  bool installed_ = false;
+};
+
 }  // namespace
 
 bool runEditorSession(const std::function<void(DialogServices&)>& work) {
@@ -72,6 +93,7 @@ bool runEditorSession(const std::function<void(DialogServices&)>& work) {
     return false;
   }
   MessageSinkScope messageBoxes;
+  SpanishQtScope spanish;
   QtDialogServices services;
   work(services);
   return true;

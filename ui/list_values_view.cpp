@@ -8,6 +8,7 @@ namespace orvane {
 ListValuesView::ListValuesView(CListValuesDlg& logic, QWidget* parent)
     : DialogView(logic, parent), logic_(logic), ui_(std::make_unique<Ui::ListValuesView>()) {
   ui_->setupUi(this);
+  ui_->values->setKeyButtons(ui_->insertButton, ui_->editButton, ui_->removeButton);
   onClicked(ui_->insertButton, [this] { logic_.insert(); });
   onClicked(ui_->removeButton, [this] { logic_.remove(); });
   onClicked(ui_->editButton, [this] { logic_.edit(); });

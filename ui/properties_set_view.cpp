@@ -8,6 +8,7 @@ namespace orvane {
 PropertiesSetView::PropertiesSetView(CPropertiesSetDlg& logic, QWidget* parent)
     : DialogView(logic, parent), logic_(logic), ui_(std::make_unique<Ui::PropertiesSetView>()) {
   ui_->setupUi(this);
+  ui_->sets->setKeyButtons(ui_->insertButton, ui_->editButton, ui_->removeButton);
   ui_->sets->allowSeveralRows(true);
   onClicked(ui_->insertButton, [this] { logic_.insert(); });
   onClicked(ui_->editButton, [this] { logic_.edit(); });

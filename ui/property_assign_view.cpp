@@ -8,6 +8,7 @@ namespace orvane {
 PropertyAssignView::PropertyAssignView(CPropiedadesObjetosIFCDlg& logic, QWidget* parent)
     : DialogView(logic, parent), logic_(logic), ui_(std::make_unique<Ui::PropertyAssignView>()) {
   ui_->setupUi(this);
+  ui_->sets->setKeyButtons(ui_->insertButton, nullptr, ui_->removeButton);
   onClicked(ui_->insertButton, [this] { logic_.insert(); });
   onClicked(ui_->removeButton, [this] { logic_.remove(); });
   onClicked(ui_->okButton, [this] { logic_.ok(); });
@@ -20,7 +21,9 @@ PropertyAssignView::PropertyAssignView(CPropiedadesObjetosIFCDlg& logic, QWidget
           [this](int row, int column) { perform([this, row, column] { logic_.doubleClick(row, column); }); });
 }
 
-PropertyAssignView::~PropertyAssignView() = default;
+// A cell still being edited is committed when the window hides, which QWidget's destructor does
+// after this view is gone: that commit must not reach it.
+PropertyAssignView::~PropertyAssignView() { ui_->grid->disconnect(this); }
 
 void PropertyAssignView::showState() {
   setWindowTitle(toQString(logic_.caption));

@@ -14,7 +14,13 @@ PropertyValueView::PropertyValueView(CPropiedadesObjetosValorIFCDlg& logic, QWid
   auto* sources = new QButtonGroup(this);
   sources->addButton(ui_->hostVariableRadio, kHostVariable);
   sources->addButton(ui_->literalRadio, kLiteralText);
-  connect(sources, &QButtonGroup::idClicked, this, [this](int source) { perform([this, source] { logic_.chooseSource(source); }); });
+  // Toggled, not clicked: a radio button checked with the keyboard or by an assistive technology
+  // chooses the source as a click does.
+  connect(sources, &QButtonGroup::idToggled, this, [this](int source, bool checked) {
+    if (checked && !showing_) perform([this, source] { logic_.chooseSource(source); });
+  });
+  ui_->groupLabel->setBuddy(ui_->groupCombo);
+  ui_->variableLabel->setBuddy(ui_->variableCombo);
   connect(ui_->groupCombo, &QComboBox::activated, this,
           [this](int index) { perform([this, index] { logic_.chooseGroup(index); }); });
   connect(ui_->variableCombo, &QComboBox::activated, this,
@@ -32,8 +38,10 @@ void PropertyValueView::collectEdits() {
 
 void PropertyValueView::showState() {
   setWindowTitle(toQString(logic_.caption));
+  showing_ = true;
   ui_->hostVariableRadio->setChecked(logic_.mode == kHostVariable);
   ui_->literalRadio->setChecked(logic_.mode == kLiteralText);
+  showing_ = false;
   showCombo(ui_->groupCombo, logic_.groups);
   showCombo(ui_->variableCombo, logic_.variables);
   showText(ui_->valueEdit, logic_.valueText);

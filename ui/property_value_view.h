@@ -28,6 +28,7 @@ class PropertyValueView : public DialogView {
  private:
   CPropiedadesObjetosValorIFCDlg& logic_;
   std::unique_ptr<Ui::PropertyValueView> ui_;
+  bool showing_ = false;  // the radio buttons are being set from the logic, not by the user
 };
 
 }  // namespace orvane

@@ -42,12 +42,17 @@ QWidget* QtDialogServices::ownerWindow() {
   return modal != nullptr ? modal : QApplication::activeWindow();
 }
 
-void QtDialogServices::showMessage(std::u16string_view text) {
+void QtDialogServices::showMessage(std::u16string_view text) { showBox(QMessageBox::Warning, text); }
+
+void QtDialogServices::showInformation(std::u16string_view text) { showBox(QMessageBox::Information, text); }
+
+void QtDialogServices::showBox(int icon, std::u16string_view text) {
   if (!haveWidgetApplication()) {
     std::fprintf(stderr, "orvane: %s\n", toAnsi(text).c_str());
     return;
   }
-  QMessageBox box(QMessageBox::Warning, toQString(kMessageBoxTitle), toQString(text), QMessageBox::Ok, ownerWindow());
+  QMessageBox box(static_cast<QMessageBox::Icon>(icon), toQString(kMessageBoxTitle), toQString(text), QMessageBox::Ok,
+                  ownerWindow());
   box.exec();
 }
 
@@ -55,7 +60,8 @@ bool QtDialogServices::askYesNo(std::u16string_view text) {
   if (!haveWidgetApplication()) return false;
   QMessageBox box(QMessageBox::Question, toQString(kMessageBoxTitle), toQString(text),
                   QMessageBox::Yes | QMessageBox::No, ownerWindow());
-  box.setDefaultButton(QMessageBox::Yes);
+  // The questions ask before deleting: Enter alone must not delete.
+  box.setDefaultButton(QMessageBox::No);
   return box.exec() == QMessageBox::Yes;
 }
 
@@ -76,6 +82,7 @@ std::optional<std::u16string> QtDialogServices::pickFile(const FilePickerOptions
   picker.setFileMode(options.fileMustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
   picker.setNameFilters(nameFilters(options));
   picker.setDefaultSuffix(toQString(options.defaultExtension));
+  if (!options.startFolder.empty()) picker.setDirectory(toQString(options.startFolder));
   if (picker.exec() != QDialog::Accepted || picker.selectedFiles().isEmpty()) return std::nullopt;
   return picker.selectedFiles().constFirst().toStdU16String();
 }

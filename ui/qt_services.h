@@ -18,6 +18,7 @@ bool haveWidgetApplication();
 class QtDialogServices : public DialogServices {
  public:
   void showMessage(std::u16string_view text) override;
+  void showInformation(std::u16string_view text) override;
   bool askYesNo(std::u16string_view text) override;
   std::optional<std::u16string> pickFileToOpen(const FilePickerOptions& options) override;
   std::optional<std::u16string> pickFileToSave(const FilePickerOptions& options) override;
@@ -32,6 +33,7 @@ class QtDialogServices : public DialogServices {
 
  private:
   std::optional<std::u16string> pickFile(const FilePickerOptions& options, bool forSaving);
+  void showBox(int icon, std::u16string_view text);
 };
 
 }  // namespace orvane

@@ -9,6 +9,7 @@ namespace orvane {
 QuantitiesOfSetView::QuantitiesOfSetView(CQuantitiesOfSetDlg& logic, QWidget* parent)
     : DialogView(logic, parent), logic_(logic), ui_(std::make_unique<Ui::QuantitiesOfSetView>()) {
   ui_->setupUi(this);
+  ui_->quantities->setKeyButtons(ui_->insertButton, ui_->editButton, ui_->removeButton);
   onClicked(ui_->insertButton, [this] { logic_.insert(); });
   onClicked(ui_->editButton, [this] { logic_.edit(); });
   onClicked(ui_->removeButton, [this] { logic_.remove(); });

@@ -9,6 +9,7 @@ namespace orvane {
 QuantityAssignView::QuantityAssignView(CCuantificadoresObjetosIFCDlg& logic, QWidget* parent)
     : DialogView(logic, parent), logic_(logic), ui_(std::make_unique<Ui::QuantityAssignView>()) {
   ui_->setupUi(this);
+  ui_->sets->setKeyButtons(ui_->insertButton, nullptr, ui_->removeButton);
   onClicked(ui_->insertButton, [this] { logic_.insert(); });
   onClicked(ui_->removeButton, [this] { logic_.remove(); });
   onClicked(ui_->okButton, [this] { logic_.ok(); });

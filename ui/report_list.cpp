@@ -34,6 +34,15 @@ ReportList::ReportList(QWidget* parent) : QTableWidget(parent) {
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setSectionsClickable(false);
+  setTabKeyNavigation(false);  // Tab leaves the list; the arrows move inside it
+  connect(selectionModel(), &QItemSelectionModel::selectionChanged, this,
+          [this](const QItemSelection& selected) { followSelection(selected); });
+}
+
+void ReportList::setKeyButtons(QAbstractButton* insert, QAbstractButton* edit, QAbstractButton* remove) {
+  insertButton_ = insert;
+  editButton_ = edit;
+  removeButton_ = remove;
 }
 
 void ReportList::allowSeveralRows(bool several) {
@@ -41,10 +50,12 @@ void ReportList::allowSeveralRows(bool several) {
 }
 
 void ReportList::showState(const ListViewState& state) {
+  showing_ = true;
   const bool rebuilt = !sameContents(state, shown_);
   if (rebuilt) rebuild(state);
   if (rebuilt || state.revealRow != shown_.revealRow) reveal(state.revealRow);
   shown_.revealRow = state.revealRow;
+  showing_ = false;
 }
 
 void ReportList::rebuild(const ListViewState& state) {
@@ -63,18 +74,28 @@ void ReportList::rebuild(const ListViewState& state) {
   sizeColumns();
 }
 
-// Columns start at a share of the list's width; a fitted column then takes the wider of its
-// contents and its title, as resizeColumnToContents measures them.
+// Every column takes the wider of its contents and its title, as resizeColumnToContents measures
+// them, so no title starts off-screen; the user can resize them, and the last fills the rest.
 void ReportList::sizeColumns() {
   sizedWhileVisible_ = isVisible();
-  for (int column = 0; column < columnCount(); ++column) {
-    if (shown_.fitColumnsToContents) {
-      resizeColumnToContents(column);
-    } else {
-      const int divisor = std::max(1, shown_.columns[static_cast<std::size_t>(column)].widthDivisor);
-      setColumnWidth(column, viewport()->width() / divisor);
-    }
-  }
+  resizeColumnsToContents();
+  lastColumnFitted_ = columnCount() > 0 ? columnWidth(columnCount() - 1) : 0;
+  fillWithLastColumn();
+}
+
+// Qt's own stretching of the last section is not redone when the other columns are fitted after
+// it, so the last column is widened here, never below the width its contents need.
+void ReportList::fillWithLastColumn() {
+  const int last = columnCount() - 1;
+  if (last < 0) return;
+  int others = 0;
+  for (int column = 0; column < last; ++column) others += columnWidth(column);
+  setColumnWidth(last, std::max(lastColumnFitted_, viewport()->width() - others));
+}
+
+void ReportList::resizeEvent(QResizeEvent* event) {
+  QTableWidget::resizeEvent(event);
+  fillWithLastColumn();
 }
 
 // The widths taken before the dialog was first laid out were measured on a list of no real size.
@@ -83,8 +104,13 @@ void ReportList::showEvent(QShowEvent* event) {
   if (!sizedWhileVisible_) sizeColumns();
 }
 
+// A list whose dialog has no current row shows none selected.
 void ReportList::reveal(int row) {
-  if (row < 0 || row >= rowCount()) return;
+  if (row < 0) {
+    selectionModel()->clear();
+    return;
+  }
+  if (row >= rowCount()) return;
   const QModelIndex index = model()->index(row, 0);
   selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
   scrollTo(index);
@@ -110,7 +136,22 @@ void ReportList::reportClick(int row) {
   emit rowClicked(row);
 }
 
+// What a selection change reports when no click made it: the current row if it is selected, else the
+// first row that became selected. A row that only left the selection changes nothing.
+void ReportList::followSelection(const QItemSelection& selected) {
+  if (showing_ || mouseDown_) return;
+  const QModelIndex current = currentIndex();
+  if (current.isValid() && selectionModel()->isRowSelected(current.row(), QModelIndex())) return reportClick(current.row());
+  if (!selected.isEmpty()) reportClick(selected.indexes().constFirst().row());
+}
+
+void ReportList::mousePressEvent(QMouseEvent* event) {
+  mouseDown_ = true;
+  QTableWidget::mousePressEvent(event);
+}
+
 void ReportList::mouseReleaseEvent(QMouseEvent* event) {
+  mouseDown_ = false;
   QTableWidget::mouseReleaseEvent(event);
   if (event->button() == Qt::LeftButton) reportClick(rowAt(event->position().toPoint()));
 }
@@ -121,11 +162,28 @@ void ReportList::mouseDoubleClickEvent(QMouseEvent* event) {
     emit rowDoubleClicked(rowAt(event->position().toPoint()), event->button());
 }
 
-// Moving through the rows with the keyboard counts as clicking the row reached.
 void ReportList::keyPressEvent(QKeyEvent* event) {
-  const int before = currentRow();
-  QTableWidget::keyPressEvent(event);
-  if (currentRow() != before) reportClick(currentRow());
+  QAbstractButton* pressed = nullptr;
+  switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+    case Qt::Key_F2: pressed = editButton_; break;
+    case Qt::Key_Delete: pressed = removeButton_; break;
+    case Qt::Key_Insert: pressed = insertButton_; break;
+    case Qt::Key_Home:
+    case Qt::Key_End:
+      // A table takes Home and End along the row; in a list of whole rows they go to the first and
+      // the last row.
+      if (rowCount() > 0) {
+        const QModelIndex row = model()->index(event->key() == Qt::Key_Home ? 0 : rowCount() - 1, 0);
+        selectionModel()->setCurrentIndex(row, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        scrollTo(row);
+      }
+      return event->accept();
+    default: return QTableWidget::keyPressEvent(event);
+  }
+  event->accept();  // also when there is no such button: Enter must not end the dialog
+  if (pressed != nullptr && pressed->isEnabled() && pressed->isVisible()) pressed->click();
 }
 
 }  // namespace orvane

@@ -23,6 +23,8 @@
 #include "editors/qsets/quantity_data_dlg.h"
 #include "orvane/ifc_proyect_pset.h"
 #include "orvane/ifc_proyect_qset.h"
+#include "ui/grid/grid_control.h"
+#include "ui/grid/grid_table_model.h"
 #include "ui/qt_services.h"
 #include "ui/view_registry.h"
 
@@ -30,9 +32,11 @@ namespace {
 
 using namespace orvane;
 
-// Starts `dialog`, lets `prepare` act on it as a user would, shows its view and saves a picture.
+// Starts `dialog`, lets `prepare` act on it as a user would, shows its view, lets `onScreen` act on
+// the window (keys typed into it) and saves a picture.
 template <class D>
-bool picture(D& dialog, const QString& file, const std::function<void(D&)>& prepare = {}) {
+bool picture(D& dialog, const QString& file, const std::function<void(D&)>& prepare = {},
+             const std::function<void(QWidget&)>& onScreen = {}) {
   std::unique_ptr<DialogView> view = createView(dialog, nullptr);
   if (!view) return false;
   dialog.start();
@@ -40,8 +44,26 @@ bool picture(D& dialog, const QString& file, const std::function<void(D&)>& prep
   view->showState();
   view->show();
   if (!QTest::qWaitForWindowExposed(view.get())) return false;
+  QApplication::setActiveWindow(view.get());
+  if (onScreen) onScreen(*view);
   QTest::qWait(50);
   return view->grab().save(file);
+}
+
+// Opens the first drop-down value cell with F2 and moves to its next choice, leaving the edit open.
+void editTheGrid(QWidget& window) {
+  auto* grid = window.findChild<GridControl*>(QStringLiteral("grid"));
+  if (grid == nullptr) return;
+  for (int row = 0; row < grid->model()->rowCount(); ++row) {
+    const QModelIndex value = grid->model()->index(row, 3);
+    if (!(value.flags() & Qt::ItemIsEditable) || !value.data(GridTableModel::DropDownRole).toBool()) continue;
+    grid->setFocus();
+    grid->setCurrentIndex(value);
+    QTest::keyClick(grid, Qt::Key_F2);
+    if (QWidget* editor = QApplication::focusWidget(); editor != nullptr && editor != grid)
+      QTest::keyClick(editor, Qt::Key_Down);
+    return;
+  }
 }
 
 }  // namespace
@@ -91,6 +113,9 @@ int main(int argc, char** argv) {
   CPropiedadesObjetosIFCDlg assignment(services, sets.propertySets, sets.enums, assigned.propertySets);
   ok &= picture<CPropiedadesObjetosIFCDlg>(assignment, file("assignment"),
                                            [](CPropiedadesObjetosIFCDlg& d) { d.chooseSet(0); });
+  CPropiedadesObjetosIFCDlg editing(services, sets.propertySets, sets.enums, assigned.propertySets);
+  ok &= picture<CPropiedadesObjetosIFCDlg>(
+      editing, file("assignment-editing"), [](CPropiedadesObjetosIFCDlg& d) { d.chooseSet(0); }, editTheGrid);
   CPropertiesSetDlg quantityList(services, quantities.quantitySets, quantities.types, quantities.objects);
   ok &= picture(quantityList, file("quantity-set-list"));
   CQuantitiesOfSetDlg quantitySet(services, kEditItem, quantities.quantitySets.back(), &quantities.quantitySets,

@@ -150,11 +150,14 @@ void CPropiedadesObjetosIFCDlg::doubleClick(int row, int column) {
 void CPropiedadesObjetosIFCDlg::insert() {
   CPropertiesSetDlg chooser(services(), setDefinitions, enumerations);
   chooser.catalogue = catalogue;
-  if (chooser.run() != kDialogOk) return;
-  setDefinitions = chooser.propertySets;
-  enumerations = chooser.enums;
-  if (!validIndex(chooser.currentRow, setDefinitions.size())) return;
-  const CIfcPropertySet& chosen = setDefinitions[chooser.currentRow];
+  chooser.documentFolder = documentFolder;
+  if (chooser.run() == kDialogOk) {
+    setDefinitions = chooser.propertySets;
+    enumerations = chooser.enums;
+  }
+  // The set chosen in the list is assigned however that editor ended, Cancel included.
+  if (!validIndex(chooser.currentRow, chooser.propertySets.size())) return;
+  const CIfcPropertySet& chosen = chooser.propertySets[chooser.currentRow];
   for (const CIfcPropertySet& set : assignedSets)
     if (equalsNoCase(set.name, chosen.name)) return;  // already assigned: nothing to add
   assignedSets.push_back(chosen);

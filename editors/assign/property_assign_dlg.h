@@ -35,6 +35,7 @@ class CPropiedadesObjetosIFCDlg : public Dialog {
   std::vector<CIfcEnum> enumerations;
   std::vector<CIfcPropertySet> assignedSets;
   CConjuntoVariableZep catalogue;
+  std::u16string documentFolder;  // handed to the set list it opens, for its pickers
 
   std::u16string caption, setsFrame, valuesFrame, insertLabel, removeLabel, okLabel, cancelLabel;
   bool excelVisible = false;  // the template's "Excel..." button: hidden, no action

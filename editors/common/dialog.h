@@ -33,7 +33,11 @@ struct FilePickerOptions {
   std::vector<FileFilter> filters;
   std::u16string defaultExtension;  // added to a name typed without one
   bool fileMustExist = true;
+  std::u16string startFolder;  // where the picker opens; empty for the process's working folder
 };
+
+// The folder of the document at `path` (UTF-8), where a picker for files that go with it opens.
+std::u16string folderOf(const char* path);
 
 class Dialog;
 
@@ -41,8 +45,10 @@ class DialogServices {
  public:
   virtual ~DialogServices();
 
-  // A message box with one OK button.
+  // A message box with one OK button: a refusal or a warning.
   virtual void showMessage(std::u16string_view text) = 0;
+  // A message box with one OK button that reports an operation done ("Copia guardada.").
+  virtual void showInformation(std::u16string_view text) { showMessage(text); }
   // A question with Yes and No buttons; true for Yes.
   virtual bool askYesNo(std::u16string_view text) = 0;
   // The file the user chose, or nothing when the picker was cancelled.
@@ -85,7 +91,9 @@ class Dialog {
   int result_ = 0;
 };
 
-// A report-style list: columns with their titles, rows of texts, and what to reveal.
+// A report-style list: columns with their titles, rows of texts, and what to reveal. The widths
+// are the ones the host's dialogs start with; the Qt list fits every column to its contents and
+// title all the same, so no column starts off-screen.
 struct ListColumn {
   std::u16string title;
   int widthDivisor = 2;  // starts at the list's width divided by this
@@ -96,7 +104,8 @@ struct ListViewState {
   std::vector<std::vector<std::u16string>> rows;
   // After filling, each column takes the wider of its contents and its title.
   bool fitColumnsToContents = false;
-  // The row to mark selected and focused and scroll into view; -1 for none.
+  // The row to mark selected and focused and scroll into view; -1 for none, shown with no row
+  // selected.
   int revealRow = -1;
 };
 

@@ -38,7 +38,7 @@ void CListEnumsDlg::insert() {
   if (editor.run() != kDialogOk) return;
   enums.push_back(editor.type);
   sortAndRebuild();
-  currentRow = -1;
+  selectRow(-1);  // nothing current, and nothing shown selected either
 }
 
 void CListEnumsDlg::edit() {

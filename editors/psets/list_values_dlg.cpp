@@ -48,7 +48,7 @@ bool CListValuesDlg::repeatsAnother(const CIfcNodoEnum& candidate, int exceptRow
 }
 
 void CListValuesDlg::insert() {
-  currentRow = -1;
+  selectRow(-1);  // nothing current, and nothing shown selected either
   takeEdits();
   CValueEnumDlg editor(services(), CIfcNodoEnum());
   if (editor.run() != kDialogOk) return;

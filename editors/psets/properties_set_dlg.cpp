@@ -115,7 +115,8 @@ void CPropertiesSetDlg::saveAs(const std::vector<int>& selectedRows) {
 }
 
 void CPropertiesSetDlg::importCsv() {
-  const FilePickerOptions options{{{u"CSV Files (*.csv)", u"*.csv"}, {u"All Files (*.*)", u"*.*"}}, u"csv", true};
+  const FilePickerOptions options{
+      {{u"CSV Files (*.csv)", u"*.csv"}, {u"All Files (*.*)", u"*.*"}}, u"csv", true, documentFolder};
   const std::optional<std::u16string> chosen = services().pickFileToOpen(options);
   if (!chosen) return;
   const HostTextFile file(toUtf8(*chosen).c_str(), kMaxCsvBytes);  // a FIFO or a device is not read

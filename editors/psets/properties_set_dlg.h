@@ -47,6 +47,7 @@ class CPropertiesSetDlg : public Dialog {
   std::vector<CIfcPropertySet> propertySets;
   std::vector<CIfcEnum> enums;
   CConjuntoVariableZep catalogue;  // the host's variables, for the default values of properties
+  std::u16string documentFolder;   // where the CSV picker opens
   std::vector<CIfcQuantitySet> quantitySets;
   std::vector<CIfcType> types;
   std::vector<CIfcObject> objects;

@@ -295,6 +295,17 @@ ORVANE_API int exportaPlantillasIfc(const char* psetsPath, const char* qsetsPath
 #include <stdbool.h>
 #endif
 
+/* Stores `messagePath` as the message file the editors read their captions, labels and messages
+ * from, for every editor called after it. The quantity editors (QuantitiesSet,
+ * asignarCuantificadores) take no message file of their own: a host calls this first, or their
+ * windows open with empty captions. PropertiesSet and asignarPropiedades store their own
+ * `messagePath` in the same place, replacing what this stored. The path is copied (cut at 511
+ * bytes, at a UTF-8 character boundary); NULL stores an empty path, so the editors show empty
+ * captions. The file is read only when an editor needs a text, and not kept open. As with the
+ * editors' own parameter, a message file once read that held no entries stays in use, empty, until
+ * the library is unloaded. */
+ORVANE_API void fijaRutaMensajes(const char* messagePath) ORVANE_NOEXCEPT;
+
 /* Edits the sets and enumerated types of the property-set file at `path`; OK writes them back.
  * `messagePath` is the host's message file, `catalogPath` its variable catalogue (may be absent). */
 ORVANE_API void PropertiesSet(const char* path, const char* messagePath,

@@ -30,6 +30,10 @@ int main(int argc, char** argv) {
   in(folder, "mensajes.txt", messages, sizeof messages);
   in(folder, "variables.txt", catalog, sizeof catalog);
 
+  /* Every editor reads its captions from the project's message file; the quantity editors have no
+   * parameter for it, so it is given once, before any editor opens. */
+  fijaRutaMensajes(messages);
+
   if (strcmp(editor, "psets") == 0) {
     PropertiesSet(sets, messages, catalog);
   } else if (strcmp(editor, "assign") == 0) {

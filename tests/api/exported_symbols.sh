@@ -13,7 +13,7 @@ expected() {
     getPset getNombrePropiedad getUnidadPropiedad getValorPropiedadDoble getValorPropiedadStr \
     getValorPropiedadStr2 guardaIfcProyectPset liberaIfcProyectPset \
     getPropiedadesFichero setPropiedadesFichero getCuantificadoresFichero setCuantificadoresFichero \
-    PropertiesSet asignarPropiedades QuantitiesSet asignarCuantificadores \
+    PropertiesSet asignarPropiedades QuantitiesSet asignarCuantificadores fijaRutaMensajes \
     exportaIds exportaPlantillasIfc
   # Entries with C++ names: nuevaPropiedadEntera(void*, char const*, int),
   # getEnumerados(char*, char*, char**, int), and the editors' test entries without arguments

@@ -164,6 +164,16 @@ TEST_F(PropertyAssignment, InsertingTakesTheChosenDefinitionOnce) {
   EXPECT_EQ(dlg.assignedSets[1].properties.size(), 1u);
   EXPECT_EQ(dlg.sets.rows.size(), 2u);
   EXPECT_EQ(dlg.selectedSet, -1);
+  // The set chosen is assigned even when the list is cancelled; what else was done there is not kept.
+  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
+    list.selectRow(0);  // Aceras
+    list.propertySets.pop_back();
+    list.cancel();
+  });
+  dlg.insert();
+  EXPECT_EQ(dlg.setDefinitions.size(), 3u);
+  ASSERT_EQ(dlg.assignedSets.size(), 3u);
+  EXPECT_STREQ(dlg.assignedSets[2].name, "Aceras");
 }
 
 TEST_F(PropertyAssignment, DeletingNeedsAChosenSetAndLeavesTheHeader) {

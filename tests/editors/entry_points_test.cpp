@@ -2,6 +2,7 @@
 #include <filesystem>
 
 #include "editors/assign/property_assign_dlg.h"
+#include "editors/common/text_codec.h"
 #include "editors/entry_points.h"
 #include "editors/psets/list_enums_dlg.h"
 #include "editors/psets/properties_of_set_dlg.h"
@@ -93,6 +94,7 @@ TEST_F(EntryPoints, SaveAsWritesTheFirstSetsThenTheEditorShowsAgain) {
 
   ASSERT_EQ(services.pickers.size(), 1u);
   EXPECT_EQ(services.pickers[0].defaultExtension, u"txt");
+  EXPECT_EQ(services.pickers[0].startFolder, fromUtf8(dir.path().string()));  // the document's folder
   EXPECT_EQ(services.pickers[0].filters[0].description, u"Text Files (*.xml)");
   EXPECT_EQ(services.messages, std::vector<std::u16string>{u"Copia guardada"});
   CIfcProyectPSet saved;

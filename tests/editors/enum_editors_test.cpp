@@ -104,9 +104,11 @@ TEST_F(EnumEditors, RemovingAValueAsksFirst) {
   EXPECT_EQ(services.questions, std::vector<std::u16string>(2, u"Se borrará el elemento seleccionado. ¿Continuar?"));
 }
 
+// After an insert no row is current, so none may still be shown selected.
 TEST_F(EnumEditors, NewTypesAreSortedByNameIgnoringCase) {
   CListEnumsDlg dlg(services, {makeEnum("beta", {{1, "b"}}), makeEnum("Zona", {{1, "z"}})});
   dlg.start();
+  dlg.selectRow(1);
   EXPECT_EQ(dlg.caption, u"Listas de Valores");
   services.expectDialog<CListValuesDlg>([this](CListValuesDlg& d) {
     d.nameText = u"alfa";
@@ -121,6 +123,7 @@ TEST_F(EnumEditors, NewTypesAreSortedByNameIgnoringCase) {
   EXPECT_STREQ(dlg.enums[0].elements.at(0).text, "S\xC3\xAD");
   EXPECT_EQ(dlg.types.rows[0], (std::vector<std::u16string>{u"alfa", u"Primera"}));
   EXPECT_EQ(dlg.currentRow, -1);
+  EXPECT_EQ(dlg.types.revealRow, -1);
 }
 
 TEST_F(EnumEditors, EditingATypeResortsAndRemovingOneAsks) {

@@ -81,7 +81,7 @@ TEST_F(PropertyAssignViewTest, TheHeaderRowShowsItsTitlesOnGrey) {
   // And on screen: a point of the header away from its text is drawn in (nearly) that grey.
   QHeaderView* header = grid()->horizontalHeader();
   const QImage shot = header->grab().toImage();
-  const QPoint pastTheTitle(header->sectionViewportPosition(1) + header->sectionSize(1) * 3 / 4, header->height() / 2);
+  const QPoint pastTheTitle(header->sectionViewportPosition(3) + header->sectionSize(3) * 3 / 4, header->height() / 2);
   const QColor drawn = shot.pixelColor(pastTheTitle * shot.devicePixelRatio());
   EXPECT_NEAR(drawn.red(), 160, 12);
   EXPECT_NEAR(drawn.green(), 160, 12);
@@ -108,22 +108,64 @@ TEST_F(PropertyAssignViewTest, NamesTypesAndReferencesCannotBeEditedInPlace) {
   EXPECT_STREQ(logic.assignedSets[0].properties[0].name, "Huecos");
 }
 
-TEST_F(PropertyAssignViewTest, AnInPlaceEditStoresTheNumberAndShowsItFormatted) {
+// Typing values down a column: Enter commits a cell and goes to the one below, the dialog stays.
+TEST_F(PropertyAssignViewTest, EnterCommitsTheCellAndMovesDownWithoutEndingTheDialog) {
   openOnWalls();
   auto* editor = qobject_cast<QLineEdit*>(startEdit(1, 3));
   ASSERT_NE(editor, nullptr);
   editor->selectAll();
   QTest::keyClicks(editor, "12abc");
   QTest::keyClick(editor, Qt::Key_Return);
-  settle();  // a line edit's Return is committed from the event loop, and the grid redrawn after it
+  settle();  // the grid is shown again once the editor has closed
   EXPECT_EQ(logic.assignedSets[0].properties[0].intValue, 12);
   EXPECT_EQ(cellText(1, 3), "12");
-  editor = qobject_cast<QLineEdit*>(startEdit(2, 3));
-  ASSERT_NE(editor, nullptr);
-  editor->setText("2.5");
-  QTest::keyClick(editor, Qt::Key_Enter);
+  EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(2, 3));
+  QTest::keyClicks(grid(), "2");  // typing starts the next edit
+  QWidget* next = openEditor();
+  ASSERT_NE(next, nullptr);
+  QTest::keyClicks(next, ".5");
+  QTest::keyClick(next, Qt::Key_Enter);
   settle();
   EXPECT_EQ(cellText(2, 3), "2.500");
+  EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(3, 3));
+  QTest::keyClick(grid(), Qt::Key_Return);  // outside an edit: down again, not the default button
+  EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(4, 3));
+  EXPECT_FALSE(logic.ended());
+  EXPECT_TRUE(view.isVisible());
+}
+
+// A rebuild that keeps the grid's shape keeps the current cell; Esc drops an edit; Tab leaves.
+TEST_F(PropertyAssignViewTest, TheCurrentCellSurvivesACommitAndTabLeavesTheGrid) {
+  openOnWalls();
+  QApplication::setActiveWindow(&view);
+  auto* editor = qobject_cast<QLineEdit*>(startEdit(2, 3));
+  ASSERT_NE(editor, nullptr);
+  editor->setText("9");
+  QTest::keyClick(editor, Qt::Key_Escape);
+  settle();
+  EXPECT_EQ(cellText(2, 3), "1.000");
+  EXPECT_FALSE(logic.ended());
+  editor = qobject_cast<QLineEdit*>(startEdit(2, 3));
+  ASSERT_NE(editor, nullptr);
+  editor->setText("4");
+  QTest::keyClick(editor, Qt::Key_Tab);  // commits, and goes on to the next control
+  settle();
+  EXPECT_EQ(cellText(2, 3), "4.000");
+  EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(2, 3));
+  ASSERT_NE(QApplication::focusWidget(), nullptr);
+  EXPECT_FALSE(grid()->isAncestorOf(QApplication::focusWidget()));
+  grid()->setFocus();
+  QTest::keyClick(grid(), Qt::Key_Tab);
+  EXPECT_NE(QApplication::focusWidget(), grid());
+}
+
+TEST_F(PropertyAssignViewTest, ALineFeedInAValueIsShownOnOneLine) {
+  char* axis = logic.assignedSets[0].properties[3].textValue;  // "Eje.PK$" and a line feed, as the
+  axis[7] = '\n';                                             // catalogue keeps a line's last variable
+  axis[8] = '\0';
+  openOnWalls();
+  EXPECT_EQ(cellText(4, 3), "Eje.PK$ ");
+  EXPECT_EQ(grid()->cellIndex(4, 3).data(Qt::EditRole).toString(), "Eje.PK$\n");
 }
 
 TEST_F(PropertyAssignViewTest, ADropDownCellOffersExactlyItsChoicesAndNoTyping) {
@@ -135,12 +177,29 @@ TEST_F(PropertyAssignViewTest, ADropDownCellOffersExactlyItsChoicesAndNoTyping) 
   for (int i = 0; i < choices->count(); ++i) offered.append(choices->itemText(i));
   EXPECT_EQ(offered, (QStringList{"Liso", "Rugoso"}));
   EXPECT_EQ(choices->currentText(), "Liso");
-  choices->setCurrentIndex(1);
-  emit choices->activated(1);
-  settle();  // the grid is shown again once the editor has closed
+  EXPECT_TRUE(grid()->cellIndex(3, 3).data(Qt::FontRole).isNull());  // editable: upright
+  EXPECT_TRUE(grid()->cellIndex(3, 0).data(Qt::FontRole).value<QFont>().italic());  // read-only
+  QTest::keyClick(choices, Qt::Key_Down);  // moves through the choices, commits nothing
+  settle();
+  EXPECT_EQ(choices->currentText(), "Rugoso");
+  EXPECT_STREQ(logic.assignedSets[0].properties[2].textValue, "Liso");
+  EXPECT_EQ(openEditor(), choices);
+  QTest::keyClick(choices, Qt::Key_Return);
+  settle();
   EXPECT_STREQ(logic.assignedSets[0].properties[2].textValue, "Rugoso");
   EXPECT_EQ(cellText(3, 3), "Rugoso");
-  EXPECT_EQ(openEditor(), nullptr);  // choosing ended the edit
+  EXPECT_EQ(openEditor(), nullptr);
+  EXPECT_FALSE(logic.ended());
+  // Alt+Down opens the list, and a choice picked from it commits at once.
+  grid()->setCurrentIndex(grid()->cellIndex(3, 3));
+  QTest::keyClick(grid(), Qt::Key_Down, Qt::AltModifier);
+  choices = qobject_cast<QComboBox*>(openEditor());
+  ASSERT_NE(choices, nullptr);
+  EXPECT_TRUE(choices->view()->isVisible());
+  choices->setCurrentIndex(0);
+  emit choices->activated(0);
+  settle();
+  EXPECT_STREQ(logic.assignedSets[0].properties[2].textValue, "Liso");
   // Nothing else gets in, whoever edits the cell.
   EXPECT_FALSE(grid()->model()->setData(grid()->cellIndex(3, 3), "Pulido", Qt::EditRole));
 }
@@ -189,6 +248,7 @@ TEST_F(PropertyAssignViewTest, InsertAssignsTheSetChosenInTheSetList) {
   EXPECT_EQ(rowTexts(sets, 1).front(), "Losas");
 }
 
+// Columns start fitted to their titles and contents, and the last one fills the rest.
 TEST_F(PropertyAssignViewTest, TheColumnsFillTheGridsWidth) {
   openOnWalls();
   const QHeaderView* header = grid()->horizontalHeader();

@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QTest>
 #include <QTimer>
 #include <filesystem>
@@ -65,7 +66,7 @@ class EntryPointEndToEnd : public ::testing::Test {
   static inline QApplication* application = nullptr;
 
   void SetUp() override {
-    for (const char* file : {"proyecto-psets.xml", "mensajes.txt", "variables.txt"})
+    for (const char* file : {"proyecto-psets.xml", "objeto-psets.xml", "proyecto-qsets.xml", "mensajes.txt", "variables.txt"})
       fs::copy_file(fs::path(ORVANE_SAMPLES_DIR) / file, dir.path() / file);
   }
   std::string file(const char* name) const { return dir.file(name); }
@@ -104,6 +105,45 @@ TEST_F(EntryPointEndToEnd, CancelLeavesTheProjectAsItWas) {
   PropertiesSet(document.c_str(), file("mensajes.txt").c_str(), nullptr);
   EXPECT_EQ(readBytes(document), original);
   EXPECT_FALSE(fs::exists(document + ".bak"));
+}
+
+// The quantity editors take no message file: the host gives it first, and their windows show its
+// captions instead of empty ones.
+TEST_F(EntryPointEndToEnd, TheQuantityEditorsShowTheCaptionsOfTheMessageFileTheHostGave) {
+  fijaRutaMensajes(file("mensajes.txt").c_str());
+  QString title, insert;
+  whenModalOpens("PropertiesSetView", [&](QWidget& list) {
+    title = list.windowTitle();
+    insert = list.findChild<QPushButton*>(QStringLiteral("insertButton"))->text();
+    press(list, "cancelButton");
+  });
+  QuantitiesSet(file("proyecto-qsets.xml").c_str());
+  EXPECT_EQ(title, QStringLiteral("Conjunto de Propiedades"));
+  EXPECT_EQ(insert.remove(QLatin1Char('&')), QStringLiteral("Insertar..."));
+  fijaRutaMensajes(nullptr);
+}
+
+// Enter in the value grid moves down a row; it never presses OK, so no document is written.
+TEST_F(EntryPointEndToEnd, EnterInTheValueGridWritesNoFile) {
+  const std::string definitions = file("proyecto-psets.xml"), object = file("objeto-psets.xml");
+  const std::string before = readBytes(object);
+  bool stillOpen = false;
+  whenModalOpens("PropertyAssignView", [&](QWidget& editor) {
+    QApplication::setActiveWindow(&editor);
+    auto* sets = editor.findChild<QTableWidget*>(QStringLiteral("sets"));
+    sets->setFocus();
+    QTest::keyClick(sets, Qt::Key_End);  // the object's last set fills the grid
+    auto* grid = editor.findChild<QTableView*>(QStringLiteral("grid"));
+    grid->setFocus();
+    for (int i = 0; i < 3; ++i) QTest::keyClick(grid, Qt::Key_Return);
+    stillOpen = QApplication::activeModalWidget() == &editor;
+    press(editor, "cancelButton");
+  });
+  ASSERT_TRUE(asignarPropiedades(definitions.c_str(), object.c_str(), file("mensajes.txt").c_str(), nullptr));
+  EXPECT_TRUE(stillOpen);
+  EXPECT_EQ(readBytes(object), before);
+  EXPECT_FALSE(fs::exists(object + ".bak"));
+  EXPECT_FALSE(fs::exists(definitions + ".bak"));
 }
 
 }  // namespace

@@ -44,17 +44,6 @@ TEST_F(UiTest, ATypeMadeThroughThreeWindowsLandsInTheListInNameOrder) {
   EXPECT_STREQ(logic.enums[0].elements[1].text, "Barniz");
 }
 
-TEST_F(UiTest, DeletingATypeAsksAndNoKeepsIt) {
-  services.answers = {false};
-  CListEnumsDlg logic(services, {makeEnum("Colores", {{1, "Rojo"}})});
-  ListEnumsView view(logic);
-  open(view, logic);
-  clickRow(child<ReportList>(view, "types"), 0);
-  click(view, "removeButton");
-  EXPECT_EQ(services.questions, std::vector<std::u16string>{kConfirmDelete});
-  EXPECT_EQ(logic.enums.size(), 1u);
-}
-
 class ListValuesViewTest : public UiTest {
  protected:
   CListValuesDlg logic{services, makeEnum("Colores", {{1, "Rojo"}, {2, "Azul"}}), false};

@@ -59,7 +59,7 @@ class PropertiesOfSetViewTest : public UiTest {
 TEST_F(PropertiesOfSetViewTest, OpensWithTheHostsLabelsAndOneRowPerProperty) {
   open(view, logic);
   EXPECT_EQ(child<QLabel>(view, "nameLabel")->text(), "Conjunto de Propiedades");
-  EXPECT_EQ(child<QPushButton>(view, "valueListsButton")->text(), "Listas de Valores");
+  EXPECT_EQ(child<QPushButton>(view, "valueListsButton")->text(), "&Listas de Valores");  // a mnemonic added
   EXPECT_EQ(child<QLineEdit>(view, "nameEdit")->text(), "Muros");
   EXPECT_EQ(columnTitles(properties()),
             (QStringList{"Nombre", QString::fromUtf8("Descripción"), "Tipo", "Lista de Valores", "Valor por defecto",
@@ -130,7 +130,7 @@ TEST_F(PropertyDataViewTest, OpensWithTheHostsTextsTypesUnitsAndValueLists) {
   EXPECT_EQ(view.windowTitle(), "Datos de la Propiedad");
   EXPECT_EQ(child<QLabel>(view, "nameLabel")->text(), "Nombre");
   EXPECT_EQ(child<QLabel>(view, "setNameDisplay")->text(), "Muros");
-  EXPECT_EQ(child<QCheckBox>(view, "optionalCheck")->text(), "Opcional");
+  EXPECT_EQ(child<QCheckBox>(view, "optionalCheck")->text().remove('&'), "Opcional");
   auto* types = child<QComboBox>(view, "typeCombo");
   EXPECT_EQ(entries(types), (QStringList{"Entero", "Real", "Texto", "Lista de Valores", "Booleano", "Fecha y hora"}));
   EXPECT_EQ(types->currentIndex(), PropertyString);

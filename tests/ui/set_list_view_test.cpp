@@ -6,6 +6,8 @@
 #include "editors/editor_fixture.h"
 #include "support/temp_dir.h"
 #include "ui/list_enums_view.h"
+#include "ui/list_values_view.h"
+#include "ui/value_enum_view.h"
 #include "ui/properties_of_set_view.h"
 #include "ui/properties_set_view.h"
 #include "ui/quantities_of_set_view.h"
@@ -27,8 +29,8 @@ TEST_F(SetListView, OpensWithTheHostsCaptionsAndOneRowPerSet) {
   setText(logic.propertySets[1].description, "x");
   open(view, logic);
   EXPECT_EQ(view.windowTitle(), "Conjunto de Propiedades");
-  EXPECT_EQ(child<QPushButton>(view, "saveAsButton")->text(), "Guardar como...");
-  EXPECT_EQ(child<QPushButton>(view, "importButton")->text(), "Importar...");
+  EXPECT_EQ(child<QPushButton>(view, "saveAsButton")->text(), "&Guardar como...");  // a mnemonic added
+  EXPECT_EQ(child<QPushButton>(view, "importButton")->text(), "I&mportar...");      // "&Insertar..." has I
   EXPECT_EQ(columnTitles(sets()), (QStringList{"Nombre", QString::fromUtf8("Descripción")}));
   ASSERT_EQ(sets()->rowCount(), 3);
   EXPECT_EQ(rowTexts(sets(), 1), (QStringList{"Muros", "x"}));
@@ -152,14 +154,58 @@ TEST_F(UiTest, TheQuantityListShowsThreeColumnsAndOpensTheQuantitySetEditor) {
   click(view, "insertButton");
 }
 
-// A list without fitting keeps the share of its width each column started with.
-TEST_F(UiTest, UnfittedColumnsStartAtTheirShareOfTheListsWidth) {
-  CListEnumsDlg logic(services, {makeEnum("Acabados", {{1, "Liso"}})});
-  ListEnumsView view(logic);
+// The keys of a list, on the last row reached with End: Enter and F2 edit it, Insert inserts, Delete
+// asks first; none of them ends the dialog, and Tab leaves the list.
+struct ListKey {
+  Qt::Key key;
+  const char* opened;  // the name the set editor opened with; null when none opened
+  bool asked;
+};
+
+class SetListKeys : public SetListView, public ::testing::WithParamInterface<ListKey> {};
+
+TEST_P(SetListKeys, ActOnTheRowReachedAndLeaveTheDialogOpen) {
+  const ListKey& c = GetParam();
+  services.answers = {false};
   open(view, logic);
-  auto* types = child<ReportList>(view, "types");
-  EXPECT_EQ(types->columnWidth(0), types->viewport()->width() / 2);
-  EXPECT_EQ(types->columnWidth(1), types->viewport()->width() / 2);
+  QApplication::setActiveWindow(&view);
+  sets()->setFocus();
+  QTest::keyClick(sets(), Qt::Key_End);
+  EXPECT_EQ(logic.currentRow, 2);
+  QString opened;
+  if (c.opened != nullptr)
+    whenDialogOpens<PropertiesOfSetView>([&](PropertiesOfSetView& set) {
+      opened = child<QLineEdit>(set, "nameEdit")->text();
+      click(set, "cancelButton");
+    });
+  QTest::keyClick(sets(), c.key);
+  if (c.opened != nullptr) {
+    EXPECT_EQ(opened, c.opened);
+  }
+  EXPECT_EQ(services.questions.size(), c.asked ? 1u : 0u);
+  EXPECT_FALSE(logic.ended());
+  EXPECT_EQ(sets()->rowCount(), 3);
+  QTest::keyClick(sets(), Qt::Key_Tab);
+  EXPECT_NE(QApplication::focusWidget(), sets());
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, SetListKeys,
+                         ::testing::Values(ListKey{Qt::Key_Return, "Ventanas", false},
+                                           ListKey{Qt::Key_F2, "Ventanas", false},
+                                           ListKey{Qt::Key_Insert, "", false},
+                                           ListKey{Qt::Key_Delete, nullptr, true}));
+
+// After "Insertar..." the value list has no current row, and shows none selected.
+TEST_F(UiTest, AfterAnInsertNoValueIsShownSelected) {
+  CListValuesDlg logic(services, makeEnum("Acabados", {{1, "Liso"}}), true);
+  ListValuesView view(logic);
+  open(view, logic);
+  auto* values = child<ReportList>(view, "values");
+  clickRow(values, 0);
+  whenDialogOpens<ValueEnumView>([](ValueEnumView& value) { click(value, "cancelButton"); });
+  click(view, "insertButton");
+  EXPECT_EQ(logic.currentRow, -1);
+  EXPECT_TRUE(values->selectedRows().empty());
 }
 
 }  // namespace

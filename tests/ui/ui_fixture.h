@@ -30,6 +30,7 @@ namespace orvane::test {
 class RecordingQtServices : public QtDialogServices, public ScriptedAnswers {
  public:
   void showMessage(std::u16string_view text) override { messages.emplace_back(text); }
+  void showInformation(std::u16string_view text) override { messages.emplace_back(text); }
   bool askYesNo(std::u16string_view text) override { return nextAnswer(text); }
   std::optional<std::u16string> pickFileToOpen(const FilePickerOptions& options) override { return nextFile(options); }
   std::optional<std::u16string> pickFileToSave(const FilePickerOptions& options) override { return nextFile(options); }

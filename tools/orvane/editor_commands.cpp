@@ -53,21 +53,43 @@ int editorShown() {
   return kExitOk;
 }
 
-void addTextFiles(CLI::App& command, EditorOptions& options) {
-  command.add_option("--messages", options.messages, "The host's message file (captions and messages)")
+// The message file every editor reads its captions from: the one given, else the sample project's
+// as installed, else the one in the source tree (a tool run from its build folder).
+std::string messageFile(const std::string& given) {
+  if (!given.empty()) return given;
+  for (const char* sample : {ORVANE_INSTALLED_MESSAGES, ORVANE_SOURCE_MESSAGES})
+    if (::access(sample, R_OK) == 0) return sample;
+  return {};
+}
+
+// Stores the message file before an editor opens: the quantity editors take none of their own.
+void useMessages(EditorOptions& options) {
+  options.messages = messageFile(options.messages);
+  fijaRutaMensajes(orNull(options.messages));
+}
+
+void addMessages(CLI::App& command, EditorOptions& options) {
+  command.add_option("--messages", options.messages,
+                     "The host's message file (captions and messages); the sample project's when not given")
       ->check(CLI::ExistingFile);
+}
+
+void addTextFiles(CLI::App& command, EditorOptions& options) {
+  addMessages(command, options);
   command.add_option("--catalog", options.catalog, "The host's variable catalogue (Group;Var1,Var2 lines)")
       ->check(CLI::ExistingFile);
 }
 
-int assignPropertySets(const EditorOptions& options) {
+int assignPropertySets(EditorOptions& options) {
+  useMessages(options);
   if (!asignarPropiedades(options.file.c_str(), options.object.c_str(), orNull(options.messages),
                           orNull(options.catalog)))
     throw ToolError(options.file + ": not a readable property-set document");
   return editorShown();
 }
 
-int assignQuantitySets(const EditorOptions& options) {
+int assignQuantitySets(EditorOptions& options) {
+  useMessages(options);
   if (!asignarCuantificadores(options.file.c_str(), options.object.c_str(), options.kind.c_str(),
                               options.values.data(), static_cast<int>(options.values.size())))
     throw ToolError(options.file + ": not a readable quantity-set document");
@@ -85,6 +107,7 @@ void addEdit(CLI::App& app, Action& action) {
   addTextFiles(*p, *psets);
   p->callback([psets, &action] {
     action = [psets] {
+      useMessages(*psets);
       PropertiesSet(psets->file.c_str(), orNull(psets->messages), orNull(psets->catalog));
       return editorShown();
     };
@@ -93,8 +116,10 @@ void addEdit(CLI::App& app, Action& action) {
   auto qsets = std::make_shared<EditorOptions>();
   CLI::App* q = edit->add_subcommand("qsets", "Quantity sets (QuantitiesSet)");
   q->add_option("FILE", qsets->file, "Quantity-set document")->required();
+  addMessages(*q, *qsets);
   q->callback([qsets, &action] {
     action = [qsets] {
+      useMessages(*qsets);
       QuantitiesSet(qsets->file.c_str());
       return editorShown();
     };
@@ -123,6 +148,7 @@ void addAssign(CLI::App& app, Action& action) {
       ->required();
   q->add_option("--values", qsets->values, "Measured values, in the order of a set's quantities (at most 3 used)")
       ->delimiter(',');
+  addMessages(*q, *qsets);
   q->callback([qsets, &action] { action = [qsets] { return assignQuantitySets(*qsets); }; });
 }
 

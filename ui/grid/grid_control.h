@@ -1,7 +1,16 @@
 // The value grid of the assignment editors on a QTableView: the cells of a GridModel with their
-// colours, the fixed first row as the header, read-only and editable cells, in-place text and
-// drop-down editors, columns filling the width. An edit is started by F2, by typing, or by a click
-// on the selected cell; a double click is left to the dialog, which opens its value chooser.
+// colours, the fixed first row as the header, read-only cells (in italics) and editable ones,
+// in-place text and drop-down editors (marked by an arrow).
+//
+// Keyboard: the grid is one stop of the dialog's Tab chain and the arrows move inside it. Typing or
+// F2 starts an edit (Alt+Down opens a drop-down's list), Enter commits it and moves to the cell
+// below, Esc drops it; Enter outside an edit also moves down and never reaches the dialog's default
+// button. A click on the selected cell starts an edit too; a double click is left to the dialog,
+// which opens its value chooser.
+//
+// The dialog shows its grid again after every change; the grid keeps its current cell and scroll
+// position across that. Columns fit their contents and titles when the grid takes a new shape, the
+// user can resize them, and the last one fills the rest of the width.
 #ifndef ORVANE_UI_GRID_GRID_CONTROL_H
 #define ORVANE_UI_GRID_GRID_CONTROL_H
 
@@ -32,9 +41,14 @@ class GridControl : public QTableView {
   void cellEdited(int row, int column, const QString& text);
   void cellDoubleClicked(int row, int column);
 
+ protected:
+  void keyPressEvent(QKeyEvent* event) override;
+  void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
+
  private:
   void presentNow(const GridModel& grid);
   void presentPending();
+  void moveDown();
 
   GridTableModel* cells_;
   // A grid given while an edit was ending, shown once the editor has closed.

@@ -2,6 +2,7 @@
 
 #include <QBrush>
 #include <QColor>
+#include <QFont>
 #include <QStringList>
 
 namespace orvane {
@@ -9,14 +10,41 @@ namespace {
 
 QBrush brushOf(Rgb colour) { return QBrush(QColor(colour.red, colour.green, colour.blue)); }
 
+// Grid cells are one line high: a line feed kept in a value is shown as a space.
+QString oneLine(const std::u16string& text) {
+  QString shown = QString::fromStdU16String(text);
+  shown.replace(QLatin1String("\r\n"), QLatin1String(" "));
+  shown.replace(QLatin1Char('\n'), QLatin1Char(' '));
+  shown.replace(QLatin1Char('\r'), QLatin1Char(' '));
+  return shown;
+}
+
 }  // namespace
 
 GridTableModel::GridTableModel(QObject* parent) : QAbstractTableModel(parent) {}
 
-void GridTableModel::setGrid(const GridModel& grid) {
-  beginResetModel();
+// The same rows in the same columns: the shape, and the first column's texts (the rows' names), so
+// another set of as many properties counts as a new grid.
+bool GridTableModel::sameShape(const GridModel& grid) const {
+  if (grid.rowCount() != grid_.rowCount() || grid.columnCount() != grid_.columnCount() ||
+      grid.fixedRowCount() != grid_.fixedRowCount() || grid.fixedColumnCount() != grid_.fixedColumnCount())
+    return false;
+  for (int row = 0; row < grid.rowCount() && grid.columnCount() > 0; ++row)
+    if (grid.cell(row, 0).text != grid_.cell(row, 0).text) return false;
+  return true;
+}
+
+bool GridTableModel::setGrid(const GridModel& grid) {
+  if (!sameShape(grid) || rowCount() == 0 || columnCount() == 0) {
+    beginResetModel();
+    grid_ = grid;
+    endResetModel();
+    return true;
+  }
   grid_ = grid;
-  endResetModel();
+  emit dataChanged(index(0, 0), index(rowCount() - 1, columnCount() - 1));
+  if (hasHeader()) emit headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
+  return false;
 }
 
 int GridTableModel::headerRows() const {
@@ -37,7 +65,7 @@ int GridTableModel::columnCount(const QModelIndex& parent) const {
 
 QVariant GridTableModel::cellData(const GridCell& cell, int role) {
   switch (role) {
-    case Qt::DisplayRole:
+    case Qt::DisplayRole: return oneLine(cell.text);
     case Qt::EditRole: return QString::fromStdU16String(cell.text);
     case Qt::BackgroundRole: return brushOf(cell.background);
     case Qt::ForegroundRole: return brushOf(cell.textColour);
@@ -52,9 +80,16 @@ QVariant GridTableModel::cellData(const GridCell& cell, int role) {
   }
 }
 
+// Cells the user cannot change are drawn in italics, on the colours the grid gives them.
 QVariant GridTableModel::data(const QModelIndex& index, int role) const {
   const GridCell* cell = index.isValid() ? cellAt(gridRow(index.row()), index.column()) : nullptr;
-  return cell != nullptr ? cellData(*cell, role) : QVariant();
+  if (cell == nullptr) return {};
+  if (role == Qt::FontRole && !(flags(index) & Qt::ItemIsEditable)) {
+    QFont readOnly;
+    readOnly.setItalic(true);
+    return readOnly;
+  }
+  return cellData(*cell, role);
 }
 
 QVariant GridTableModel::headerData(int section, Qt::Orientation orientation, int role) const {

@@ -20,8 +20,10 @@ class GridTableModel : public QAbstractTableModel {
 
   explicit GridTableModel(QObject* parent = nullptr);
 
-  // Shows a copy of `grid` and resets the views.
-  void setGrid(const GridModel& grid);
+  // Shows a copy of `grid`. A grid of the rows shown (same shape, same names in the first column) is
+  // updated in place, so the views keep their current cell and scroll position; another grid resets
+  // them. True when they were reset.
+  bool setGrid(const GridModel& grid);
   // True while an edit's end is being reported: the views are committing an editor then, and must
   // not be reset under it.
   bool reportingEdit() const { return reportingEdit_; }
@@ -47,6 +49,7 @@ class GridTableModel : public QAbstractTableModel {
   int headerRows() const;
   const GridCell* cellAt(int gridRow, int gridColumn) const;
   static QVariant cellData(const GridCell& cell, int role);
+  bool sameShape(const GridModel& grid) const;
 
   GridModel grid_;
   bool reportingEdit_ = false;
