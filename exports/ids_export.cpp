@@ -67,12 +67,12 @@ void requirement(XMLElement* requirements, const DefinitionSet& set, const Membe
 
 void specification(XMLElement* specifications, const DefinitionSet& set, const std::string* entity,
                    const Definitions& definitions) {
-  XMLElement* spec = child(specifications, "specification");
-  spec->SetAttribute("name", (entity != nullptr ? set.name + " (" + *entity + ")" : set.name).c_str());
-  spec->SetAttribute("ifcVersion", "IFC4");
-  if (!set.description.empty()) spec->SetAttribute("description", set.description.c_str());
-  applicability(spec, set, entity);
-  XMLElement* requirements = child(spec, "requirements");
+  XMLElement* entry = child(specifications, "specification");
+  entry->SetAttribute("name", (entity != nullptr ? set.name + " (" + *entity + ")" : set.name).c_str());
+  entry->SetAttribute("ifcVersion", "IFC4");
+  if (!set.description.empty()) entry->SetAttribute("description", set.description.c_str());
+  applicability(entry, set, entity);
+  XMLElement* requirements = child(entry, "requirements");
   for (const Member& member : set.members) requirement(requirements, set, member, definitions);
 }
 

@@ -41,10 +41,10 @@ Summary idsSummary(const std::string& path) {
   const tinyxml2::XMLElement* specifications = document.RootElement()->FirstChildElement("specifications");
   for (const tinyxml2::XMLNode* node = specifications->FirstChild(); node; node = node->NextSibling()) {
     if (const tinyxml2::XMLComment* comment = node->ToComment()) summary.notes.emplace_back(trim(comment->Value()));
-    const tinyxml2::XMLElement* spec = node->ToElement();
-    if (spec == nullptr) continue;
+    const tinyxml2::XMLElement* entry = node->ToElement();
+    if (entry == nullptr) continue;
     ++summary.sets;
-    const tinyxml2::XMLElement* requirements = spec->FirstChildElement("requirements");
+    const tinyxml2::XMLElement* requirements = entry->FirstChildElement("requirements");
     for (auto* p = requirements ? requirements->FirstChildElement("property") : nullptr; p; p = p->NextSiblingElement("property"))
       ++summary.members;
   }
