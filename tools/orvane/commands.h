@@ -19,6 +19,8 @@ void addPsetsCommands(CLI::App& app, Action& action);   // psets list | merge | 
 void addQsetsCommands(CLI::App& app, Action& action);   // qsets list | merge
 void addImportCommand(CLI::App& app, Action& action);   // import-psd
 void addCheckCommand(CLI::App& app, Action& action);    // check
+// psets|qsets export | import; after addPsetsCommands and addQsetsCommands.
+void addDocumentCommands(CLI::App& app, Action& action);
 
 void addEditorCommands(CLI::App& app, Action& action);  // edit psets|qsets, assign psets|qsets
 

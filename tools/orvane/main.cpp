@@ -27,6 +27,7 @@ int run(int argc, char** argv) {
   Action action;
   orvane::cli::addPsetsCommands(app, action);
   orvane::cli::addQsetsCommands(app, action);
+  orvane::cli::addDocumentCommands(app, action);
   orvane::cli::addImportCommand(app, action);
   orvane::cli::addCheckCommand(app, action);
   orvane::cli::addEditorCommands(app, action);

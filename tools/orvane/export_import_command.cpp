@@ -1,0 +1,196 @@
+// orvane psets|qsets export | import: a whole document as JSON and back, losing nothing.
+// Unlike list and merge, which go through the flat exchange and its fixed records, these read and
+// write the document classes themselves, so every field the file holds comes through.
+#include <unistd.h>
+
+#include <CLI/CLI.hpp>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <iterator>
+#include <memory>
+
+#include "commands.h"
+#include "document_json.h"
+#include "documents.h"
+#include "tool_error.h"
+
+namespace fs = std::filesystem;
+
+namespace orvane::cli {
+
+namespace {
+
+constexpr const char* kStandardStream = "-";
+
+// A private folder for the document that goes to or comes from a standard stream: the library
+// reads and writes documents only by path.
+class ScratchFolder {
+ public:
+  ScratchFolder() {
+    std::string pattern = (fs::temp_directory_path() / "orvane-XXXXXX").string();
+    if (mkdtemp(pattern.data()) == nullptr) throw ToolError("cannot make a temporary folder in " + pattern);
+    path_ = pattern;
+  }
+  ~ScratchFolder() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+  }
+  ScratchFolder(const ScratchFolder&) = delete;
+  ScratchFolder& operator=(const ScratchFolder&) = delete;
+  std::string file(const char* name) const { return (path_ / name).string(); }
+
+ private:
+  fs::path path_;
+};
+
+void copyStream(std::istream& in, std::ostream& out, const std::string& what) {
+  out << in.rdbuf();
+  if (!out.flush()) throw ToolError(what + ": could not be written");
+}
+
+// The path of the document named on the command line; "-" is standard input, kept in `scratch`.
+std::string documentPath(const std::string& name, const ScratchFolder& scratch) {
+  if (name != kStandardStream) return name;
+  const std::string path = scratch.file("input.xml");
+  std::ofstream copy(path, std::ios::binary);
+  copyStream(std::cin, copy, path);
+  return path;
+}
+
+Json readJson(const std::string& name) {
+  std::ifstream file;
+  std::istream* in = &std::cin;
+  if (name != kStandardStream) {
+    requireReadableFile(name, "JSON file");
+    file.open(name, std::ios::binary);
+    in = &file;
+  }
+  try {
+    return Json::parse(*in);
+  } catch (const Json::parse_error& error) {
+    throw ToolError(name + ": not JSON (" + error.what() + ")");
+  }
+}
+
+struct ExportOptions {
+  std::string file;
+  std::string out = kStandardStream;
+};
+
+struct ImportOptions {
+  std::string json;
+  std::string out;
+  bool quiet = false;
+};
+
+void writeJson(const Json& json, const std::string& out) {
+  const std::string text = json.dump(2) + "\n";
+  if (out == kStandardStream) {
+    std::cout << text;
+    if (!std::cout.flush()) throw ToolError("standard output: could not be written");
+    return;
+  }
+  requireWritableTarget(out);
+  std::ofstream file(out, std::ios::binary);
+  if (!(file << text) || !file.flush()) throw ToolError(out + ": could not be written");
+}
+
+std::size_t setCount(const CIfcProyectPSet& document) { return document.propertySets.size(); }
+std::size_t setCount(const CIfcProyectQSet& document) { return document.quantitySets.size(); }
+
+template <class Document>
+void writeDocument(Document& document, const std::string& out, const ScratchFolder& scratch) {
+  const std::string path = out == kStandardStream ? scratch.file("output.xml") : out;
+  if (out != kStandardStream) requireWritableTarget(out);
+  document.graba(path.c_str());
+  // graba reports no failure, so the file is read back: a document that is not there, or that has
+  // fewer sets than were written, is one.
+  Document written;
+  if (written.lee(path.c_str()) != 1 || setCount(written) != setCount(document))
+    throw ToolError(out + ": the document could not be written whole");
+  if (out != kStandardStream) return;
+  std::ifstream file(path, std::ios::binary);
+  copyStream(file, std::cout, "standard output");
+}
+
+int exportDocument(DocumentKind kind, const ExportOptions& options) {
+  ScratchFolder scratch;
+  const std::string path = documentPath(options.file, scratch);
+  requireDocument(path, kind);
+  if (kind == DocumentKind::PropertySets) {
+    CIfcProyectPSet document;
+    if (document.lee(path.c_str()) != 1) throw ToolError(options.file + ": the library could not read it");
+    writeJson(propertyDocumentToJson(document), options.out);
+  } else {
+    CIfcProyectQSet document;
+    if (document.lee(path.c_str()) != 1) throw ToolError(options.file + ": the library could not read it");
+    writeJson(quantityDocumentToJson(document), options.out);
+  }
+  return kExitOk;
+}
+
+int importDocument(DocumentKind kind, const ImportOptions& options) {
+  if (options.json != kStandardStream && options.out != kStandardStream) requireDistinct(options.json, options.out);
+  const Json json = readJson(options.json);
+  ScratchFolder scratch;
+  std::string summary;
+  if (kind == DocumentKind::PropertySets) {
+    CIfcProyectPSet document;
+    propertyDocumentFromJson(json, document);
+    writeDocument(document, options.out, scratch);
+    summary = std::to_string(document.propertySets.size()) + " sets, " + std::to_string(document.enums.size()) +
+              " enumerated types, " + std::to_string(document.relations.size()) + " relations";
+  } else {
+    CIfcProyectQSet document;
+    quantityDocumentFromJson(json, document);
+    writeDocument(document, options.out, scratch);
+    summary = std::to_string(document.quantitySets.size()) + " quantity sets, " +
+              std::to_string(document.types.size()) + " kinds, " + std::to_string(document.objects.size()) +
+              " element types";
+  }
+  // On standard output the document is the output; a word about it would spoil it.
+  if (options.out != kStandardStream && !options.quiet) std::cout << "Wrote " << options.out << ": " << summary << ".\n";
+  return kExitOk;
+}
+
+void addExport(CLI::App& group, DocumentKind kind, Action& action) {
+  auto options = std::make_shared<ExportOptions>();
+  CLI::App* command = group.add_subcommand("export", "Print the whole document as JSON (lossless; see import)");
+  command->add_option("FILE", options->file, "Document (XML); - reads standard input")->required();
+  command->add_option("-o,--output", options->out, "JSON file to write; - (the default) is standard output");
+  command->add_option("--format", [](const CLI::results_t&) { return true; }, "Output format: json (the only one)")
+      ->check(CLI::IsMember({"json"}));
+  command->footer(
+      "Every field the document holds, in its order. `import` turns the JSON back into a document\n"
+      "byte for byte the same as the library writes this one. Texts that are not UTF-8 appear as\n"
+      "{\"windows-1252\": \"...\"}. The format is described in docs/file-formats.md.");
+  command->callback([options, kind, &action] { action = [options, kind] { return exportDocument(kind, *options); }; });
+}
+
+void addImport(CLI::App& group, DocumentKind kind, Action& action) {
+  auto options = std::make_shared<ImportOptions>();
+  CLI::App* command = group.add_subcommand("import", "Write a document from the JSON that export prints");
+  command->add_option("JSON", options->json, "JSON file; - reads standard input")->required();
+  command->add_option("-o,--output", options->out, "Document (XML) to write, FILE.bak keeping an older one; - is "
+                                                   "standard output")
+      ->required();
+  command->add_flag("-q,--quiet", options->quiet, "Print nothing but errors");
+  command->footer("The JSON is checked whole before anything is written; a text longer than a field's 511\n"
+                  "bytes is refused, not cut.");
+  command->callback([options, kind, &action] { action = [options, kind] { return importDocument(kind, *options); }; });
+}
+
+}  // namespace
+
+void addDocumentCommands(CLI::App& app, Action& action) {
+  for (const auto& [name, kind] : {std::pair{"psets", DocumentKind::PropertySets},
+                                   std::pair{"qsets", DocumentKind::QuantitySets}}) {
+    CLI::App* group = app.get_subcommand(name);
+    addExport(*group, kind, action);
+    addImport(*group, kind, action);
+  }
+}
+
+}  // namespace orvane::cli
