@@ -27,6 +27,7 @@ build: deps $(BUILD)/build.ninja
 
 test: build
 	ctest --test-dir $(BUILD) --output-on-failure -j $(JOBS)
+	$(MAKE) --no-print-directory package-check
 
 $(BUILD_SAN)/build.ninja: | deps
 	cmake -S . -B $(BUILD_SAN) $(CMAKE_FLAGS) -DCMAKE_BUILD_TYPE=Debug -DORVANE_SANITIZE=ON
@@ -43,12 +44,20 @@ bench: deps
 	@for b in $(BUILD)-bench/bench/orvane_bench_*; do [ -x "$$b" ] && "$$b"; done
 
 clean:
-	rm -rf $(BUILD) $(BUILD_SAN) $(BUILD)-bench $(BUILD_FUZZ)
+	rm -rf $(BUILD) $(BUILD_SAN) $(BUILD)-bench $(BUILD_FUZZ) $(BUILD_PKG)
 
-# A Debian package of the library, its headers, CMake and pkg-config files, the tool and the samples.
-.PHONY: package
-package: build
-	cmake --build $(BUILD) --target package
+# The Debian packages liborvane0, liborvane-dev and orvane (docs/packaging.md), built for the
+# prefix /usr in $(BUILD_PKG) without the tests; `make package-check` also checks them and runs
+# lintian (make test runs it too).
+BUILD_PKG    ?= $(BUILD)-package
+.PHONY: package package-check
+package: deps
+	cmake -S . -B $(BUILD_PKG) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_INSTALL_PREFIX=/usr \
+	  -DORVANE_TESTS=OFF -DORVANE_WERROR=$(WERROR)
+	cmake --build $(BUILD_PKG) -j $(JOBS) --target package
+
+package-check: package
+	bash scripts/check-packages.sh $(BUILD_PKG)
 
 # `make check`: every test under ASan, UBSan and LeakSanitizer (check-sanitize; any report fails
 # it), then each fuzz target for FUZZ_SECONDS (check-fuzz). The fuzz build is clang's, in

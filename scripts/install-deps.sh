@@ -10,6 +10,7 @@ packages=(
   clang libclang-rt-14-dev
   libcli11-dev nlohmann-json3-dev
   qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev
+  lintian
 )
 
 missing=()
