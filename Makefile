@@ -96,20 +96,28 @@ check-fuzz: fuzz
 
 # `make run`: the property-set editor on a fresh copy of samples/ (in $(BUILD)/run-samples, so the
 # repository's samples stay as they are), opened by the sample host through the entry point a CAD
-# program calls. EDITOR=assign, qsets or assign-qsets opens the other editors.
-EDITOR ?= psets
+# program calls. EDITOR=assign, qsets or assign-qsets opens the other editors. It builds only the
+# library and the sample host. Without a display (no DISPLAY or WAYLAND_DISPLAY) the editor is
+# served through Qt's VNC platform on port RUN_PORT: view it with any VNC viewer; Ctrl+C stops it.
+EDITOR   ?= psets
+RUN_PORT ?= 5900
+RUN_SIZE ?= 1280x800
 .PHONY: run screenshots
 
-run: build
+run: deps $(BUILD)/build.ninja
+	cmake --build $(BUILD) -j $(JOBS) --target orvane_sample_host
 	@rm -rf $(BUILD)/run-samples && cp -r samples $(BUILD)/run-samples && rm -rf $(BUILD)/run-samples/host
-	@if [ -z "$$DISPLAY$$WAYLAND_DISPLAY$$QT_QPA_PLATFORM" ]; then \
-	  echo "make run opens the editors in a window, and this session has no display (DISPLAY is not set)."; \
-	  echo "Run it from a desktop session, or on a machine without one under a virtual display:"; \
-	  echo "    sudo apt-get install xvfb && xvfb-run -a make run"; \
-	  echo "(make screenshots shows every dialog as pictures without any display.)"; \
-	  exit 2; \
+	@if [ -n "$$DISPLAY$$WAYLAND_DISPLAY$$QT_QPA_PLATFORM" ]; then \
+	  $(BUILD)/samples/host/orvane_sample_host $(BUILD)/run-samples $(EDITOR); \
+	else \
+	  echo "No display here: the editor is served through VNC on port $(RUN_PORT)."; \
+	  echo "View it with a VNC viewer at localhost:$(RUN_PORT), e.g.  vncviewer localhost:$(RUN_PORT)"; \
+	  echo "(from another machine: ssh -L $(RUN_PORT):localhost:$(RUN_PORT) THIS-HOST, then the same)."; \
+	  echo "Qt's VNC server listens on every network interface and asks for no password."; \
+	  echo "Ctrl+C stops it."; \
+	  QT_QPA_PLATFORM=vnc:size=$(RUN_SIZE):port=$(RUN_PORT) \
+	    $(BUILD)/samples/host/orvane_sample_host $(BUILD)/run-samples $(EDITOR); \
 	fi
-	$(BUILD)/samples/host/orvane_sample_host $(BUILD)/run-samples $(EDITOR)
 	@echo "The edited copy is in $(BUILD)/run-samples (each document next to its .bak)."
 
 # Pictures of every dialog on the sample project, drawn offscreen, for docs/screenshots.
