@@ -6,6 +6,7 @@
 #include <new>
 
 #include "commands.h"
+#include "suggestion.h"
 #include "tool_error.h"
 
 namespace {
@@ -13,8 +14,9 @@ namespace {
 using orvane::cli::Action;
 using orvane::cli::kExitError;
 
-std::string usageMessage(const CLI::App*, const CLI::Error& error) {
-  return std::string("orvane: ") + error.what() + "\nRun with --help for more information.\n";
+std::string usageMessage(const CLI::App* app, const CLI::Error& error) {
+  return std::string("orvane: ") + error.what() + "\n" + orvane::cli::suggestionFor(*app, error) +
+         "Run with --help for more information.\n";
 }
 
 int run(int argc, char** argv) {
@@ -24,6 +26,7 @@ int run(int argc, char** argv) {
   // named in the message rather than reported as a missing one.
   app.require_subcommand(0, 1);
   app.failure_message(usageMessage);
+  app.set_version_flag("--version", "orvane " ORVANE_VERSION);
   Action action;
   orvane::cli::addPsetsCommands(app, action);
   orvane::cli::addQsetsCommands(app, action);
