@@ -1,8 +1,6 @@
 // orvane psets|qsets export | import: a whole document as JSON and back, losing nothing.
 // Unlike list and merge, which go through the flat exchange and its fixed records, these read and
 // write the document classes themselves, so every field the file holds comes through.
-#include <unistd.h>
-
 #include <CLI/CLI.hpp>
 #include <cstdlib>
 #include <filesystem>
@@ -14,6 +12,7 @@
 #include "commands.h"
 #include "document_json.h"
 #include "documents.h"
+#include "scratch_folder.h"
 #include "tool_error.h"
 
 namespace fs = std::filesystem;
@@ -23,27 +22,6 @@ namespace orvane::cli {
 namespace {
 
 constexpr const char* kStandardStream = "-";
-
-// A private folder for the document that goes to or comes from a standard stream: the library
-// reads and writes documents only by path.
-class ScratchFolder {
- public:
-  ScratchFolder() {
-    std::string pattern = (fs::temp_directory_path() / "orvane-XXXXXX").string();
-    if (mkdtemp(pattern.data()) == nullptr) throw ToolError("cannot make a temporary folder in " + pattern);
-    path_ = pattern;
-  }
-  ~ScratchFolder() {
-    std::error_code ignored;
-    fs::remove_all(path_, ignored);
-  }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-  std::string file(const char* name) const { return (path_ / name).string(); }
-
- private:
-  fs::path path_;
-};
 
 void copyStream(std::istream& in, std::ostream& out, const std::string& what) {
   out << in.rdbuf();

@@ -1,6 +1,7 @@
 // orvane import-psd: buildingSMART property-set definition files into a property-set document
 // (and quantity-set definitions into a quantity-set document).
 #include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
 #include <iostream>
 #include <memory>
 
@@ -8,6 +9,7 @@
 #include "documents.h"
 #include "psd_import.h"
 #include "psd_reader.h"
+#include "quiet.h"
 #include "tool_error.h"
 
 namespace orvane::cli {
@@ -19,7 +21,17 @@ struct ImportOptions {
   std::string out;
   std::string qto;
   bool verbose = false;
+  bool quiet = false;
+  std::string format = "text";
 };
+
+// The report as {"written": [...], "leftOut": {reason: [items]}, "changed": {reason: [items]}}.
+void printJsonReport(const ImportOptions& options, const ImportReport& report) {
+  nlohmann::ordered_json written = nlohmann::ordered_json::array({options.out});
+  if (!options.qto.empty()) written.push_back(options.qto);
+  const nlohmann::ordered_json json{{"written", written}, {"leftOut", report.leftOut()}, {"changed", report.changed()}};
+  std::cout << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+}
 
 std::size_t propertyCount(const CIfcProyectPSet& document) {
   std::size_t count = 0;
@@ -86,10 +98,19 @@ int importPsd(const ImportOptions& options) {
   const std::vector<std::filesystem::path> files = collectPsdFiles(options.paths);
   checkOutputs(options, files);
   ImportReport report;
-  const std::vector<PsdSet> sets = readSets(files, report);
-  ImportResult result = importSets(sets, !options.qto.empty(), report);
-  savePropertySets(result.properties, options.out);
-  if (!options.qto.empty()) saveQuantitySets(result.quantities, options.qto);
+  {
+    // With --format json the report is the only output; with --quiet there is none.
+    const SilencedOutput silenced(options.quiet || options.format == "json");
+    const std::vector<PsdSet> sets = readSets(files, report);
+    ImportResult result = importSets(sets, !options.qto.empty(), report);
+    savePropertySets(result.properties, options.out);
+    if (!options.qto.empty()) saveQuantitySets(result.quantities, options.qto);
+  }
+  if (options.format == "json") {
+    if (!options.quiet) printJsonReport(options, report);
+    return kExitOk;
+  }
+  if (options.quiet) return kExitOk;
   report.print(std::cout, options.verbose);
   if (!options.verbose && !(report.leftOut().empty() && report.changed().empty()))
     std::cout << "Add --verbose to list every item.\n";
@@ -106,6 +127,9 @@ void addImportCommand(CLI::App& app, Action& action) {
   command->add_option("-o,--output", options->out, "Property-set document to write (OUT.xml)")->required();
   command->add_option("--qto", options->qto, "Quantity-set document to write the QtoSetDef files to");
   command->add_flag("-v,--verbose", options->verbose, "List every item left out or changed");
+  command->add_flag("-q,--quiet", options->quiet, "Print nothing but errors");
+  command->add_option("--format", options->format, "Report format: text (default) or json (every item)")
+      ->check(CLI::IsMember({"text", "json"}));
   command->footer(
       "Each PropertySetDef becomes a set (its English definition as description), each PropertyDef a\n"
       "property, each EnumList an enumerated type and each applicable class a relation. QtoSetDef files\n"

@@ -9,6 +9,7 @@
 #include "documents.h"
 #include "listing.h"
 #include "orvane/ifc_proyect_pset.h"
+#include "quiet.h"
 #include "record_csv.h"
 #include "text.h"
 #include "tool_error.h"
@@ -27,6 +28,7 @@ struct MergeOptions {
   std::string partial;
   std::string records;
   bool save = false;
+  bool quiet = false;
 };
 
 struct EnumsOptions {
@@ -50,6 +52,7 @@ int mergeProperties(const MergeOptions& options) {
                         static_cast<int>(records.size()), options.save ? 1 : 0);
   // The library reports no write failure; a partial document that is not there is one.
   if (!std::filesystem::exists(options.partial)) throw ToolError(options.partial + ": could not be written");
+  const SilencedOutput silenced(options.quiet);
   std::cout << "Merged " << records.size() << " record" << (records.size() == 1 ? "" : "s") << " from "
             << options.records << ".\n"
             << "Wrote the sets they name to " << options.partial << ".\n"
@@ -97,6 +100,7 @@ void addMerge(CLI::App& psets, Action& action) {
       ->required();
   merge->add_option("RECORDS", options->records, "CSV file of records (see below)")->required();
   merge->add_flag("--save", options->save, "Also write the merged document back to FILE (keeping FILE.bak)");
+  merge->add_flag("-q,--quiet", options->quiet, "Print nothing but errors");
   merge->footer(propertyCsvHelp());
   merge->callback([options, &action] { action = [options] { return mergeProperties(*options); }; });
 }
