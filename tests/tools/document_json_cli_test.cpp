@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <tinyxml2.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 
@@ -98,6 +99,24 @@ TEST_F(DocumentJson, SingleByteTextsBecomeUtf8AndGoBackAsTheSameBytes) {
   EXPECT_EQ(set["properties"][0]["unit"], "\xC2\xBA" "C");
   EXPECT_EQ(set["properties"][0]["description"], "caf\xC3\xA9");  // already UTF-8: as it is
   EXPECT_EQ(set["properties"][0]["value"], nlohmann::json({{"reference", "G.V$"}}));
+}
+
+// "-" as a file name: standard input where a document is read, standard output where one is written.
+TEST_F(DocumentJson, DashIsStandardInputAndOutput) {
+  const std::string saved = path("saved.xml");
+  ASSERT_TRUE(saveOnce<CIfcProyectPSet>(fs::path(ORVANE_SAMPLES_DIR) / "proyecto-psets.xml", saved));
+  const auto shell = [&](const std::string& command, const std::string& output) {
+    const std::string cli = std::string("'") + ORVANE_CLI + "'";
+    const std::string line = "cd '" + dir.path().string() + "' && " + command;
+    std::string expanded;
+    for (char c : line) expanded += c == '@' ? cli : std::string(1, c);
+    EXPECT_EQ(std::system((expanded + " > " + output).c_str()), 0) << command;
+    return readBytes(path(output));
+  };
+  EXPECT_EQ(shell("@ psets export - < saved.xml | @ psets import - -o -", "back.xml"), readBytes(saved));
+  EXPECT_EQ(shell("@ psets list - --format csv < saved.xml", "stdin.csv"),
+            shell("@ psets list saved.xml --format csv", "file.csv"));
+  EXPECT_EQ(shell("@ check - < saved.xml", "check.txt"), "No problems found in -.\n");
 }
 
 TEST_F(DocumentJson, ImportRefusesWhatItCannotWriteAndLeavesTheTargetAlone) {

@@ -9,6 +9,7 @@
 #include "checks.h"
 #include "commands.h"
 #include "documents.h"
+#include "scratch_folder.h"
 #include "tool_error.h"
 
 namespace orvane::cli {
@@ -31,12 +32,14 @@ void printJson(const std::string& file, const std::vector<Finding>& findings) {
 }
 
 int checkDocument(const CheckOptions& options) {
-  const DocumentKind kind = documentKind(options.file);
+  const ScratchFolder scratch;
+  const std::string file = documentArgument(options.file, scratch);
+  const DocumentKind kind = documentKind(file);
   std::optional<HostCatalogue> catalogue;
   if (!options.catalogue.empty()) catalogue = HostCatalogue::read(options.catalogue);
   const std::vector<Finding> findings = kind == DocumentKind::PropertySets
-                                            ? checkPropertyDocument(options.file, catalogue ? &*catalogue : nullptr)
-                                            : checkQuantityDocument(options.file);
+                                            ? checkPropertyDocument(file, catalogue ? &*catalogue : nullptr)
+                                            : checkQuantityDocument(file);
   if (options.format == "json") {
     printJson(options.file, findings);
     return findings.empty() ? kExitOk : kExitFindings;
@@ -56,7 +59,7 @@ int checkDocument(const CheckOptions& options) {
 void addCheckCommand(CLI::App& app, Action& action) {
   auto options = std::make_shared<CheckOptions>();
   CLI::App* check = app.add_subcommand("check", "Report what in a document would surprise its user later");
-  check->add_option("FILE", options->file, "Property-set or quantity-set document")->required();
+  check->add_option("FILE", options->file, "Property-set or quantity-set document; - reads standard input")->required();
   check->add_option("--catalog", options->catalogue,
                     "Host variable catalogue (one group per line: Group;Var1,Var2) to resolve Group.Variable$ values");
   check->add_option("--format", options->format, "Output format: text (default) or json")

@@ -28,15 +28,6 @@ void copyStream(std::istream& in, std::ostream& out, const std::string& what) {
   if (!out.flush()) throw ToolError(what + ": could not be written");
 }
 
-// The path of the document named on the command line; "-" is standard input, kept in `scratch`.
-std::string documentPath(const std::string& name, const ScratchFolder& scratch) {
-  if (name != kStandardStream) return name;
-  const std::string path = scratch.file("input.xml");
-  std::ofstream copy(path, std::ios::binary);
-  copyStream(std::cin, copy, path);
-  return path;
-}
-
 Json readJson(const std::string& name) {
   std::ifstream file;
   std::istream* in = &std::cin;
@@ -95,7 +86,7 @@ void writeDocument(Document& document, const std::string& out, const ScratchFold
 
 int exportDocument(DocumentKind kind, const ExportOptions& options) {
   ScratchFolder scratch;
-  const std::string path = documentPath(options.file, scratch);
+  const std::string path = documentArgument(options.file, scratch);
   requireDocument(path, kind);
   if (kind == DocumentKind::PropertySets) {
     CIfcProyectPSet document;

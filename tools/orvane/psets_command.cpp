@@ -11,6 +11,7 @@
 #include "orvane/ifc_proyect_pset.h"
 #include "quiet.h"
 #include "record_csv.h"
+#include "scratch_folder.h"
 #include "text.h"
 #include "tool_error.h"
 
@@ -38,8 +39,10 @@ struct EnumsOptions {
 };
 
 int listProperties(const ListOptions& options) {
-  requireDocument(options.file, DocumentKind::PropertySets);
-  printListing(std::cout, propertyListing(readPropertyRecords(options.file)), options.format);
+  const ScratchFolder scratch;
+  const std::string file = documentArgument(options.file, scratch);
+  requireDocument(file, DocumentKind::PropertySets);
+  printListing(std::cout, propertyListing(readPropertyRecords(file)), options.format);
   return kExitOk;
 }
 
@@ -84,7 +87,7 @@ int listEnumValues(const EnumsOptions& options) {
 void addList(CLI::App& psets, Action& action) {
   auto options = std::make_shared<ListOptions>();
   CLI::App* list = psets.add_subcommand("list", "List every property of a property-set document");
-  list->add_option("FILE", options->file, "Property-set document (XML)")->required();
+  list->add_option("FILE", options->file, "Property-set document (XML); - reads standard input")->required();
   addFormatOption(*list, options->format);
   list->footer(
       "Columns: set, property, type, value, unit, enum, as getPropiedadesFichero gives them: sets by name,\n"

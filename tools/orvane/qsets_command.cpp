@@ -30,8 +30,10 @@ struct MergeOptions {
 };
 
 int listQuantities(const ListOptions& options) {
-  requireDocument(options.file, DocumentKind::QuantitySets);
-  printListing(std::cout, quantityListing(readQuantityRecords(options.file)), options.format);
+  const ScratchFolder scratch;
+  const std::string file = documentArgument(options.file, scratch);
+  requireDocument(file, DocumentKind::QuantitySets);
+  printListing(std::cout, quantityListing(readQuantityRecords(file)), options.format);
   return kExitOk;
 }
 
@@ -62,7 +64,7 @@ int mergeQuantities(const MergeOptions& options) {
 void addList(CLI::App& qsets, Action& action) {
   auto options = std::make_shared<ListOptions>();
   CLI::App* list = qsets.add_subcommand("list", "List every quantity of a quantity-set document");
-  list->add_option("FILE", options->file, "Quantity-set document (XML)")->required();
+  list->add_option("FILE", options->file, "Quantity-set document (XML); - reads standard input")->required();
   addFormatOption(*list, options->format);
   list->footer(
       "Columns: set, quantity, kind, value, as getCuantificadoresFichero gives them: sets by name, every\n"

@@ -7,6 +7,8 @@
 #include <stdlib.h>
 
 #include <filesystem>
+#include <fstream>
+#include <iostream>
 #include <string>
 
 #include "tool_error.h"
@@ -32,6 +34,17 @@ class ScratchFolder {
  private:
   std::filesystem::path path_;
 };
+
+// The path of the document `name` names on the command line: "-" is standard input, copied into
+// `scratch` first; any other name is itself.
+inline std::string documentArgument(const std::string& name, const ScratchFolder& scratch) {
+  if (name != "-") return name;
+  const std::string path = scratch.file("standard-input.xml");
+  std::ofstream copy(path, std::ios::binary);
+  copy << std::cin.rdbuf();
+  if (!copy.flush()) throw ToolError("standard input: could not be kept in " + path);
+  return path;
+}
 
 }  // namespace orvane::cli
 
