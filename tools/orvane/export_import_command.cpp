@@ -46,6 +46,7 @@ Json readJson(const std::string& name) {
 struct ExportOptions {
   std::string file;
   std::string out = kStandardStream;
+  std::string format = "json";
 };
 
 struct ImportOptions {
@@ -129,7 +130,7 @@ void addExport(CLI::App& group, DocumentKind kind, Action& action) {
   CLI::App* command = group.add_subcommand("export", "Print the whole document as JSON (lossless; see import)");
   command->add_option("FILE", options->file, "Document (XML); - reads standard input")->required();
   command->add_option("-o,--output", options->out, "JSON file to write; - (the default) is standard output");
-  command->add_option("--format", [](const CLI::results_t&) { return true; }, "Output format: json (the only one)")
+  command->add_option("--format", options->format, "Output format: json (the only one so far)")
       ->check(CLI::IsMember({"json"}));
   command->footer(
       "Every field the document holds, in its order. `import` turns the JSON back into a document\n"
