@@ -1,4 +1,4 @@
-// psets|qsets export and import: a document through JSON and back is the same file, byte for byte.
+// psets|qsets export and import: a document through JSON or CSV and back is the same file, byte for byte.
 #include <gtest/gtest.h>
 #include <tinyxml2.h>
 
@@ -42,14 +42,18 @@ bool saveOnce(const fs::path& source, const std::string& saved) {
 
 class DocumentJson : public ToolTest {
  protected:
-  // Exports `saved`, imports the JSON again and compares; returns the JSON.
+  // Exports `saved` as JSON and as CSV, imports each again and compares; returns the JSON.
   std::string roundTrip(const std::string& group, const std::string& saved) {
-    const CliResult exported = run({group, "export", saved, "-o", path("doc.json")});
-    EXPECT_EQ(exported.status, 0) << exported.err;
-    EXPECT_EQ(exported.out, "");
-    const CliResult imported = run({group, "import", path("doc.json"), "-o", "-"});
-    EXPECT_EQ(imported.status, 0) << imported.err;
-    EXPECT_EQ(imported.out, readBytes(saved));
+    for (const char* format : {"csv", "json"}) {
+      SCOPED_TRACE(format);
+      const std::string exportedFile = path(std::string("doc.") + format);
+      const CliResult exported = run({group, "export", saved, "--format", format, "-o", exportedFile});
+      EXPECT_EQ(exported.status, 0) << exported.err;
+      EXPECT_EQ(exported.out, "");
+      const CliResult imported = run({group, "import", exportedFile, "-o", "-"});
+      EXPECT_EQ(imported.status, 0) << imported.err;
+      EXPECT_EQ(imported.out, readBytes(saved));
+    }
     return readBytes(path("doc.json"));
   }
 };
@@ -122,11 +126,12 @@ TEST_F(DocumentJson, DashIsStandardInputAndOutput) {
 TEST_F(DocumentJson, ImportRefusesWhatItCannotWriteAndLeavesTheTargetAlone) {
   const std::string set = R"({"name":"S","description":"","properties":[]})";
   const std::string longName(512, 'x');
-  const struct {
+  struct Case {
     const char* group;
     std::string json;
-    const char* message;
-  } cases[] = {
+    std::string message;
+  };
+  std::vector<Case> cases{
       {"psets", "{", "not JSON"},
       {"psets", R"({"format":"orvane-qsets","version":1})", "\"format\" must be \"orvane-psets\""},
       {"qsets", R"({"format":"orvane-qsets","version":2})", "\"version\" 2 is not known"},
@@ -147,6 +152,15 @@ TEST_F(DocumentJson, ImportRefusesWhatItCannotWriteAndLeavesTheTargetAlone) {
                 R"("export":true,"value":1}]}]})",
        "quantitySets[0].quantities[0].kind: IfcLengthMeasure, IfcAreaMeasure or IfcVolumeMeasure is expected"},
   };
+  const std::string header = "record,name,description,type,enumeratedType,unit,rule,optional,value\n";
+  const std::vector<std::pair<std::string, std::string>> csvCases{
+      {"name,description\n", "in.json:1: the first line must be the header record,name,"},
+      {header + "property,p,,Real,,,,No,1\n", "in.json:2: a propertySet line must come first"},
+      {header + "propertySet,S,,,,,,,\nproperty,p,,Integer,,,,No,2.5\n", "in.json:3: \"2.5\" is not an integer"},
+      {header + "propertySet,S,,,,,,,\nproperty,p,,Boolean,,,,maybe,Yes\n", "\"maybe\" where Yes or No is expected"},
+      {header + "set,S,,,,,,,\n", "in.json:2: unknown record \"set\""},
+  };
+  for (const auto& [csv, message] : csvCases) cases.push_back({"psets", csv, message.c_str()});
   const std::string target = write("target.xml", "kept");
   for (const auto& c : cases) {
     SCOPED_TRACE(c.json.substr(0, 120));

@@ -8,8 +8,11 @@
 #include <iostream>
 #include <iterator>
 #include <memory>
+#include <sstream>
 
 #include "commands.h"
+#include "csv.h"
+#include "document_csv.h"
 #include "document_json.h"
 #include "documents.h"
 #include "scratch_folder.h"
@@ -28,19 +31,32 @@ void copyStream(std::istream& in, std::ostream& out, const std::string& what) {
   if (!out.flush()) throw ToolError(what + ": could not be written");
 }
 
-Json readJson(const std::string& name) {
+std::string readText(const std::string& name) {
   std::ifstream file;
   std::istream* in = &std::cin;
   if (name != kStandardStream) {
-    requireReadableFile(name, "JSON file");
+    requireReadableFile(name, "input file");
     file.open(name, std::ios::binary);
     in = &file;
   }
-  try {
-    return Json::parse(*in);
-  } catch (const Json::parse_error& error) {
-    throw ToolError(name + ": not JSON (" + error.what() + ")");
+  return std::string(std::istreambuf_iterator<char>(*in), std::istreambuf_iterator<char>());
+}
+
+// The JSON form of the document in `name`: JSON when its first character opens an object, else the
+// CSV rows of export --format csv.
+Json readDocumentJson(const std::string& name, DocumentKind kind) {
+  const std::string text = readText(name);
+  const std::size_t first = text.find_first_not_of(" \t\r\n");
+  if (first != std::string::npos && text[first] == '{') {
+    try {
+      return Json::parse(text);
+    } catch (const Json::parse_error& error) {
+      throw ToolError(name + ": not JSON (" + error.what() + ")");
+    }
   }
+  const std::string source = name == kStandardStream ? "standard input" : name;
+  const std::vector<CsvRecord> rows = parseCsv(text, source);
+  return kind == DocumentKind::PropertySets ? propertyJsonFromCsv(rows, source) : quantityJsonFromCsv(rows, source);
 }
 
 struct ExportOptions {
@@ -55,16 +71,22 @@ struct ImportOptions {
   bool quiet = false;
 };
 
-void writeJson(const Json& json, const std::string& out) {
-  const std::string text = json.dump(2) + "\n";
+void writeExport(const Json& json, DocumentKind kind, const std::string& format, const std::string& out) {
+  std::ostringstream text;
+  if (format == "csv") {
+    if (kind == DocumentKind::PropertySets) writePropertyCsv(text, json);
+    else writeQuantityCsv(text, json);
+  } else {
+    text << json.dump(2) << '\n';
+  }
   if (out == kStandardStream) {
-    std::cout << text;
+    std::cout << text.str();
     if (!std::cout.flush()) throw ToolError("standard output: could not be written");
     return;
   }
   requireWritableTarget(out);
   std::ofstream file(out, std::ios::binary);
-  if (!(file << text) || !file.flush()) throw ToolError(out + ": could not be written");
+  if (!(file << text.str()) || !file.flush()) throw ToolError(out + ": could not be written");
 }
 
 std::size_t setCount(const CIfcProyectPSet& document) { return document.propertySets.size(); }
@@ -92,18 +114,18 @@ int exportDocument(DocumentKind kind, const ExportOptions& options) {
   if (kind == DocumentKind::PropertySets) {
     CIfcProyectPSet document;
     if (document.lee(path.c_str()) != 1) throw ToolError(options.file + ": the library could not read it");
-    writeJson(propertyDocumentToJson(document), options.out);
+    writeExport(propertyDocumentToJson(document), kind, options.format, options.out);
   } else {
     CIfcProyectQSet document;
     if (document.lee(path.c_str()) != 1) throw ToolError(options.file + ": the library could not read it");
-    writeJson(quantityDocumentToJson(document), options.out);
+    writeExport(quantityDocumentToJson(document), kind, options.format, options.out);
   }
   return kExitOk;
 }
 
 int importDocument(DocumentKind kind, const ImportOptions& options) {
   if (options.json != kStandardStream && options.out != kStandardStream) requireDistinct(options.json, options.out);
-  const Json json = readJson(options.json);
+  const Json json = readDocumentJson(options.json, kind);
   ScratchFolder scratch;
   std::string summary;
   if (kind == DocumentKind::PropertySets) {
@@ -127,22 +149,24 @@ int importDocument(DocumentKind kind, const ImportOptions& options) {
 
 void addExport(CLI::App& group, DocumentKind kind, Action& action) {
   auto options = std::make_shared<ExportOptions>();
-  CLI::App* command = group.add_subcommand("export", "Print the whole document as JSON (lossless; see import)");
+  CLI::App* command = group.add_subcommand("export", "Print the whole document as JSON or CSV (lossless; see import)");
   command->add_option("FILE", options->file, "Document (XML); - reads standard input")->required();
   command->add_option("-o,--output", options->out, "JSON file to write; - (the default) is standard output");
-  command->add_option("--format", options->format, "Output format: json (the only one so far)")
-      ->check(CLI::IsMember({"json"}));
+  command->add_option("--format", options->format, "Output format: json (the default) or csv")
+      ->check(CLI::IsMember({"json", "csv"}));
   command->footer(
       "Every field the document holds, in its order. `import` turns the JSON back into a document\n"
       "byte for byte the same as the library writes this one. Texts that are not UTF-8 appear as\n"
-      "{\"windows-1252\": \"...\"}. The format is described in docs/file-formats.md.");
+      "{\"windows-1252\": \"...\"}; CSV holds the document's own bytes, one line per record. The formats\n"
+      "are described in docs/file-formats.md.");
   command->callback([options, kind, &action] { action = [options, kind] { return exportDocument(kind, *options); }; });
 }
 
 void addImport(CLI::App& group, DocumentKind kind, Action& action) {
   auto options = std::make_shared<ImportOptions>();
-  CLI::App* command = group.add_subcommand("import", "Write a document from the JSON that export prints");
-  command->add_option("JSON", options->json, "JSON file; - reads standard input")->required();
+  CLI::App* command = group.add_subcommand("import", "Write a document from the JSON or CSV that export prints");
+  command->add_option("JSON|CSV", options->json, "JSON or CSV file (JSON when it starts with {); - reads standard input")
+      ->required();
   command->add_option("-o,--output", options->out, "Document (XML) to write, FILE.bak keeping an older one; - is "
                                                    "standard output")
       ->required();
