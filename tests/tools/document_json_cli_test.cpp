@@ -121,6 +121,10 @@ TEST_F(DocumentJson, DashIsStandardInputAndOutput) {
   EXPECT_EQ(shell("@ psets list - --format csv < saved.xml", "stdin.csv"),
             shell("@ psets list saved.xml --format csv", "file.csv"));
   EXPECT_EQ(shell("@ check - < saved.xml", "check.txt"), "No problems found in -.\n");
+  const std::string psd = std::string(ORVANE_PSD_DIR) + "/Pset_WallCommon.xml";
+  if (!fs::exists(psd)) return;
+  ASSERT_EQ(run({"import-psd", psd, "-o", path("wall.xml")}).status, 0);
+  EXPECT_EQ(shell("@ import-psd '" + psd + "' -o - 2>/dev/null", "wall-stdout.xml"), readBytes(path("wall.xml")));
 }
 
 TEST_F(DocumentJson, ImportRefusesWhatItCannotWriteAndLeavesTheTargetAlone) {

@@ -2,6 +2,7 @@
 // (and quantity-set definitions into a quantity-set document).
 #include <CLI/CLI.hpp>
 #include <nlohmann/json.hpp>
+#include <fstream>
 #include <iostream>
 #include <memory>
 
@@ -10,6 +11,7 @@
 #include "psd_import.h"
 #include "psd_reader.h"
 #include "quiet.h"
+#include "scratch_folder.h"
 #include "tool_error.h"
 
 namespace orvane::cli {
@@ -95,25 +97,37 @@ std::vector<PsdSet> readSets(const std::vector<std::filesystem::path>& files, Im
 }
 
 int importPsd(const ImportOptions& options) {
+  // "-o -" writes the property-set document to standard output, and the report to stderr.
+  const bool toStandardOutput = options.out == "-";
+  if (toStandardOutput && options.format == "json")
+    throw ToolError("--format json prints the report on standard output: give -o a file");
   const std::vector<std::filesystem::path> files = collectPsdFiles(options.paths);
   checkOutputs(options, files);
+  const ScratchFolder scratch;
+  const std::string out = toStandardOutput ? scratch.file("psets.xml") : options.out;
   ImportReport report;
   {
     // With --format json the report is the only output; with --quiet there is none.
-    const SilencedOutput silenced(options.quiet || options.format == "json");
+    const SilencedOutput silenced(options.quiet || options.format == "json" || toStandardOutput);
     const std::vector<PsdSet> sets = readSets(files, report);
     ImportResult result = importSets(sets, !options.qto.empty(), report);
-    savePropertySets(result.properties, options.out);
+    savePropertySets(result.properties, out);
     if (!options.qto.empty()) saveQuantitySets(result.quantities, options.qto);
+  }
+  if (toStandardOutput) {
+    std::ifstream document(out, std::ios::binary);
+    std::cout << document.rdbuf();
+    if (!std::cout.flush()) throw ToolError("standard output: could not be written");
   }
   if (options.format == "json") {
     if (!options.quiet) printJsonReport(options, report);
     return kExitOk;
   }
   if (options.quiet) return kExitOk;
-  report.print(std::cout, options.verbose);
+  std::ostream& messages = toStandardOutput ? std::cerr : std::cout;
+  report.print(messages, options.verbose);
   if (!options.verbose && !(report.leftOut().empty() && report.changed().empty()))
-    std::cout << "Add --verbose to list every item.\n";
+    messages << "Add --verbose to list every item.\n";
   return kExitOk;
 }
 
@@ -124,7 +138,7 @@ void addImportCommand(CLI::App& app, Action& action) {
   CLI::App* command = app.add_subcommand(
       "import-psd", "Turn buildingSMART property-set definition (PSD XML) files into a property-set document");
   command->add_option("PATH", options->paths, "PSD files, or folders whose *.xml files are read")->required();
-  command->add_option("-o,--output", options->out, "Property-set document to write (OUT.xml)")->required();
+  command->add_option("-o,--output", options->out, "Property-set document to write (OUT.xml); - is standard output")->required();
   command->add_option("--qto", options->qto, "Quantity-set document to write the QtoSetDef files to");
   command->add_flag("-v,--verbose", options->verbose, "List every item left out or changed");
   command->add_flag("-q,--quiet", options->quiet, "Print nothing but errors");
