@@ -28,6 +28,7 @@ build: deps $(BUILD)/build.ninja
 # Random order, so a test that passes only after another one shows up.
 test: build
 	ctest --test-dir $(BUILD) --output-on-failure --schedule-random -j $(JOBS)
+	$(MAKE) --no-print-directory package-check
 
 # `make memcheck`: every test binary of $(BUILD) under Valgrind's memcheck; an uninitialised read, an
 # invalid access or a definite leak fails it. Slow (minutes): not part of `make test` or CI. Qt runs
@@ -59,12 +60,20 @@ bench: deps
 	  [ -x "$$b" ] && nice -n -5 "$$b"; done
 
 clean:
-	rm -rf $(BUILD) $(BUILD_SAN) $(BUILD)-bench $(BUILD_FUZZ) $(BUILD_COV)
+	rm -rf $(BUILD) $(BUILD_SAN) $(BUILD)-bench $(BUILD_FUZZ) $(BUILD_COV) $(BUILD_PKG)
 
-# A Debian package of the library, its headers, CMake and pkg-config files, the tool and the samples.
-.PHONY: package
-package: build
-	cmake --build $(BUILD) --target package
+# The Debian packages liborvane0, liborvane-dev and orvane (docs/packaging.md), built for the
+# prefix /usr in $(BUILD_PKG) without the tests; `make package-check` also checks them and runs
+# lintian (make test runs it too).
+BUILD_PKG    ?= $(BUILD)-package
+.PHONY: package package-check
+package: deps
+	cmake -S . -B $(BUILD_PKG) -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DCMAKE_INSTALL_PREFIX=/usr \
+	  -DORVANE_TESTS=OFF -DORVANE_WERROR=$(WERROR)
+	cmake --build $(BUILD_PKG) -j $(JOBS) --target package
+
+package-check: package
+	bash scripts/check-packages.sh $(BUILD_PKG)
 
 # `make check`: every test under ASan, UBSan and LeakSanitizer (check-sanitize; any report fails
 # it), then each fuzz target for FUZZ_SECONDS (check-fuzz). The fuzz build is clang's, in
@@ -103,20 +112,28 @@ check-fuzz: fuzz
 
 # `make run`: the property-set editor on a fresh copy of samples/ (in $(BUILD)/run-samples, so the
 # repository's samples stay as they are), opened by the sample host through the entry point a CAD
-# program calls. EDITOR=assign, qsets or assign-qsets opens the other editors.
-EDITOR ?= psets
+# program calls. EDITOR=assign, qsets or assign-qsets opens the other editors. It builds only the
+# library and the sample host. Without a display (no DISPLAY or WAYLAND_DISPLAY) the editor is
+# served through Qt's VNC platform on port RUN_PORT: view it with any VNC viewer; Ctrl+C stops it.
+EDITOR   ?= psets
+RUN_PORT ?= 5900
+RUN_SIZE ?= 1280x800
 .PHONY: run screenshots
 
-run: build
+run: deps $(BUILD)/build.ninja
+	cmake --build $(BUILD) -j $(JOBS) --target orvane_sample_host
 	@rm -rf $(BUILD)/run-samples && cp -r samples $(BUILD)/run-samples && rm -rf $(BUILD)/run-samples/host
-	@if [ -z "$$DISPLAY$$WAYLAND_DISPLAY$$QT_QPA_PLATFORM" ]; then \
-	  echo "make run opens the editors in a window, and this session has no display (DISPLAY is not set)."; \
-	  echo "Run it from a desktop session, or on a machine without one under a virtual display:"; \
-	  echo "    sudo apt-get install xvfb && xvfb-run -a make run"; \
-	  echo "(make screenshots shows every dialog as pictures without any display.)"; \
-	  exit 2; \
+	@if [ -n "$$DISPLAY$$WAYLAND_DISPLAY$$QT_QPA_PLATFORM" ]; then \
+	  $(BUILD)/samples/host/orvane_sample_host $(BUILD)/run-samples $(EDITOR); \
+	else \
+	  echo "No display here: the editor is served through VNC on port $(RUN_PORT)."; \
+	  echo "View it with a VNC viewer at localhost:$(RUN_PORT), e.g.  vncviewer localhost:$(RUN_PORT)"; \
+	  echo "(from another machine: ssh -L $(RUN_PORT):localhost:$(RUN_PORT) THIS-HOST, then the same)."; \
+	  echo "Qt's VNC server listens on every network interface and asks for no password."; \
+	  echo "Ctrl+C stops it."; \
+	  QT_QPA_PLATFORM=vnc:size=$(RUN_SIZE):port=$(RUN_PORT) \
+	    $(BUILD)/samples/host/orvane_sample_host $(BUILD)/run-samples $(EDITOR); \
 	fi
-	$(BUILD)/samples/host/orvane_sample_host $(BUILD)/run-samples $(EDITOR)
 	@echo "The edited copy is in $(BUILD)/run-samples (each document next to its .bak)."
 
 # Pictures of every dialog on the sample project, drawn offscreen, for docs/screenshots.

@@ -11,7 +11,7 @@ packages=(
   clang libclang-rt-14-dev
   libcli11-dev nlohmann-json3-dev
   qt6-base-dev qt6-base-dev-tools qt6-qpa-plugins libgl-dev qt6-translations-l10n
-  python3-xmlschema
+  python3-xmlschema lintian
 )
 # The export tests read IFC files with web-ifc under Node.js. A machine that already has node and
 # npm (Debian's or another vendor's package) keeps them; Debian's are installed otherwise.

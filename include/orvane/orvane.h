@@ -347,10 +347,13 @@ ORVANE_API void* nuevaPropiedadEntera(void* doc, const char* name, int value) OR
 ORVANE_API int getEnumerados(char* path, char* typeName, char** valueBuffers,
                              int maxValues) ORVANE_NOEXCEPT;
 
-/* The editors' test entries, on the sample project the library was built with: tiposEnumerados
+/* The editors' test entries, on the user's own copy of the sample project: tiposEnumerados
  * edits its enumerated types (and writes the file back whatever the dialog ends with), prueba its
  * property sets, pruebaQSet its quantity sets; pruebaAsignaQSet only enters and leaves an editor
- * session. */
+ * session. The copy is $XDG_DATA_HOME/orvane/samples (~/.local/share/orvane/samples when
+ * XDG_DATA_HOME is not set), made on first use from the installed samples
+ * (<prefix>/share/orvane/samples) or, when the environment variable ORVANE_SAMPLES names a folder,
+ * from that folder; files already there are kept. The entries never write to the installed files. */
 ORVANE_API void tiposEnumerados() ORVANE_NOEXCEPT;
 ORVANE_API void prueba() ORVANE_NOEXCEPT;
 ORVANE_API void pruebaQSet() ORVANE_NOEXCEPT;

@@ -22,11 +22,14 @@ mkdir "$scratch/files-cmake"
 echo "== pkg-config orvane"
 export PKG_CONFIG_PATH=$prefix/$libdir/pkgconfig
 # shellcheck disable=SC2046,SC2086
-"$cxx" -std=c++20 $extra_flags "$source/consumer.cpp" -o "$scratch/consumer-pc" \
+"$cxx" -std=c++17 $extra_flags "$source/consumer.cpp" -o "$scratch/consumer-pc" \
        $(pkg-config --cflags --libs orvane) -Wl,-rpath,"$(pkg-config --variable=libdir orvane)"
 mkdir "$scratch/files-pc"
 "$scratch/consumer-pc" "$scratch/files-pc"
 [[ $(pkg-config --modversion orvane) == "$(sed -n 's/^Version: //p' "$prefix/$libdir/pkgconfig/orvane.pc")" ]]
+# Canonical paths, which pkg-config can recognise as system folders: no "..", no pcfiledir.
+[[ $(pkg-config --cflags orvane | xargs) == "-I$prefix/include" ]]
+[[ $(pkg-config --libs orvane | xargs) == "-L$prefix/$libdir -lorvane" ]]
 
 echo "== installed tool and samples"
 test -x "$prefix/bin/orvane"

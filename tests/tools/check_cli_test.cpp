@@ -1,6 +1,8 @@
 // orvane check: what it finds in property-set and quantity-set documents.
 #include <gtest/gtest.h>
 
+#include <nlohmann/json.hpp>
+
 #include "support/documents.h"
 #include "tools/tool_fixture.h"
 
@@ -33,6 +35,19 @@ TEST_F(Check, ACleanDocumentPassesWithStatusZero) {
   const CliResult result = check(cleanDocument(), {"--catalog", write("cat.txt", "Ejes;PK,Cota\r\n")});
   EXPECT_EQ(result.status, 0) << result.out << result.err;
   EXPECT_EQ(result.out, "No problems found in " + path("doc.xml") + ".\n");
+}
+
+TEST_F(Check, JsonGivesTheSameFindingsForMachines) {
+  const std::string document = psetFile("", propertySet("Muro", property("Alto", "Integer", "2,5")), "");
+  const CliResult text = check(document);
+  const CliResult json = check(document, {"--format", "json"});
+  EXPECT_EQ(json.status, 1);
+  const auto report = nlohmann::json::parse(json.out);
+  EXPECT_EQ(report["file"], path("doc.xml"));
+  ASSERT_EQ(report["problems"].size(), 1u);
+  const std::string line = report["problems"][0]["where"].get<std::string>() + ": " +
+                           report["problems"][0]["what"].get<std::string>();
+  EXPECT_EQ(text.out.rfind(line + "\n", 0), 0u) << text.out;
 }
 
 TEST_F(Check, ReportsEachSurpriseOfAPropertyDocument) {

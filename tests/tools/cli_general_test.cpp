@@ -18,7 +18,8 @@ namespace {
 TEST(CommandLine, EveryCommandExplainsItselfWithHelp) {
   const std::vector<std::vector<std::string>> commands{
       {}, {"psets"}, {"psets", "list"}, {"psets", "merge"}, {"psets", "enums"}, {"qsets"},
-      {"qsets", "list"}, {"qsets", "merge"}, {"import-psd"}, {"check"}};
+      {"qsets", "list"}, {"qsets", "merge"}, {"import-psd"}, {"check"}, {"psets", "export"}, {"psets", "import"},
+      {"qsets", "export"}, {"qsets", "import"}};
   for (std::vector<std::string> command : commands) {
     std::string usage = "Usage: orvane";
     for (const std::string& word : command) usage += " " + word;
@@ -50,6 +51,31 @@ TEST(CommandLine, UsageErrorsExitWithTwoAndSayWhatIsWrong) {
   expectError(runCli({"psets", "list", "a.xml", "--format", "xml"}), "--format: xml not in {table,csv,json}");
   expectError(runCli({"qsets", "merge", "a.xml", "b.xml"}), "RECORDS is required");
   expectError(runCli({"import-psd", "folder"}), "--output is required");
+}
+
+TEST(CommandLine, AMistypedCommandGetsASuggestion) {
+  const struct {
+    std::vector<std::string> args;
+    std::string suggestion;  // empty: none
+  } cases[] = {
+      {{"psets", "lsit"}, "Did you mean \"orvane psets list\"?"},
+      {{"qsets", "mrege", "a.xml"}, "Did you mean \"orvane qsets merge\"?"},
+      {{"import-pds", "folder"}, "Did you mean \"orvane import-psd\"?"},
+      {{"frobnicate"}, ""},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.args.front());
+    const CliResult result = runCli(c.args);
+    EXPECT_EQ(result.status, 2);
+    if (c.suggestion.empty()) EXPECT_EQ(result.err.find("Did you mean"), std::string::npos) << result.err;
+    else EXPECT_NE(result.err.find(c.suggestion), std::string::npos) << result.err;
+  }
+}
+
+TEST(CommandLine, VersionNamesTheTool) {
+  const CliResult result = runCli({"--version"});
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.out, "orvane " ORVANE_VERSION "\n");
 }
 
 TEST(CommandLine, UsageErrorsPointToHelp) {

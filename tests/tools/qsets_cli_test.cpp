@@ -65,8 +65,14 @@ TEST_F(QsetsMerge, OnlyAddsAndWritesTheNamedSetsApart) {
                                     "Walls,Height,IfcLengthMeasure,2.75\n"
                                     "Slabs,Volume,VOLUME,0.1\n"
                                     "Slabs,Volume,volume,9\n");
-  const CliResult merged = run({"qsets", "merge", document, path("out.xml"), records});
+  // Without --save, as psets merge: only OUT is written.
+  const std::string before = readBytes(document);
+  ASSERT_EQ(run({"qsets", "merge", document, path("unsaved.xml"), records}).status, 0);
+  EXPECT_EQ(readBytes(document), before);
+  EXPECT_FALSE(exists("q.xml.bak"));
+  const CliResult merged = run({"qsets", "merge", document, path("out.xml"), records, "--save"});
   ASSERT_EQ(merged.status, 0) << merged.err;
+  EXPECT_EQ(readBytes(path("unsaved.xml")), readBytes(path("out.xml")));
   EXPECT_NE(merged.out.find("Merged 4 records"), std::string::npos);
   EXPECT_TRUE(exists("q.xml.bak"));
   // The quantity walls/area keeps its 3.0; of the two Slabs/Volume records the first wins.

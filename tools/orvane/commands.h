@@ -20,6 +20,8 @@ void addQsetsCommands(CLI::App& app, Action& action);   // qsets list | merge
 void addImportCommand(CLI::App& app, Action& action);   // import-psd
 void addCheckCommand(CLI::App& app, Action& action);    // check
 void addExportCommands(CLI::App& app, Action& action);  // export-ids, export-ifc
+// psets|qsets export | import; after addPsetsCommands and addQsetsCommands.
+void addDocumentCommands(CLI::App& app, Action& action);
 
 void addEditorCommands(CLI::App& app, Action& action);  // edit psets|qsets, assign psets|qsets
 

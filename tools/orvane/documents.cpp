@@ -73,20 +73,30 @@ int openInputFile(const std::string& path, const std::string& what) {
 
 void requireReadableFile(const std::string& path, const std::string& what) { ::close(openInputFile(path, what)); }
 
-std::string readInputFile(const std::string& path, const std::string& what) {
-  const int fd = openInputFile(path, what);
+namespace {
+
+// Reads `fd` to its end, at most kMaxInputBytes; `name` says what it is in a message. Closes `fd`
+// unless it is standard input.
+std::string readBounded(int fd, const std::string& name) {
   std::string bytes;
   char chunk[65536];
   for (;;) {
     const ssize_t got = ::read(fd, chunk, sizeof chunk);
     if (got < 0 && errno == EINTR) continue;
     if (got <= 0 || bytes.size() + static_cast<std::size_t>(got) > kMaxInputBytes) {
-      ::close(fd);
+      if (fd != STDIN_FILENO) ::close(fd);
       if (got == 0) return bytes;
-      throw ToolError(what + " " + path + (got < 0 ? ": cannot be read" : ": is larger than 256 MiB"));
+      throw ToolError(name + (got < 0 ? ": cannot be read" : ": is larger than 256 MiB"));
     }
     bytes.append(chunk, static_cast<std::size_t>(got));
   }
+}
+
+}  // namespace
+
+std::string readInputFile(const std::string& path, const std::string& what) {
+  if (path == "-") return readBounded(STDIN_FILENO, "standard input");
+  return readBounded(openInputFile(path, what), what + " " + path);
 }
 
 DocumentKind documentKind(const std::string& path) {

@@ -24,7 +24,7 @@ inline constexpr std::size_t kMaxInputBytes = std::size_t{256} << 20;
 // message ("records file", "catalogue").
 void requireReadableFile(const std::string& path, const std::string& what);
 
-// The bytes of the file at `path`, under the same rules.
+// The bytes of the file at `path`, under the same rules; "-" reads standard input, to the same bound.
 std::string readInputFile(const std::string& path, const std::string& what);
 
 // The kind of the XML document at `path`, by its root element ("PropertySetsBIM" or

@@ -1,6 +1,8 @@
 // orvane import-psd: buildingSMART property-set definition files into a property-set document
 // (and quantity-set definitions into a quantity-set document).
 #include <CLI/CLI.hpp>
+#include <nlohmann/json.hpp>
+#include <fstream>
 #include <iostream>
 #include <memory>
 
@@ -8,6 +10,8 @@
 #include "documents.h"
 #include "psd_import.h"
 #include "psd_reader.h"
+#include "quiet.h"
+#include "scratch_folder.h"
 #include "tool_error.h"
 
 namespace orvane::cli {
@@ -19,7 +23,17 @@ struct ImportOptions {
   std::string out;
   std::string qto;
   bool verbose = false;
+  bool quiet = false;
+  std::string format = "text";
 };
+
+// The report as {"written": [...], "leftOut": {reason: [items]}, "changed": {reason: [items]}}.
+void printJsonReport(const ImportOptions& options, const ImportReport& report) {
+  nlohmann::ordered_json written = nlohmann::ordered_json::array({options.out});
+  if (!options.qto.empty()) written.push_back(options.qto);
+  const nlohmann::ordered_json json{{"written", written}, {"leftOut", report.leftOut()}, {"changed", report.changed()}};
+  std::cout << json.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) << '\n';
+}
 
 std::size_t propertyCount(const CIfcProyectPSet& document) {
   std::size_t count = 0;
@@ -83,16 +97,37 @@ std::vector<PsdSet> readSets(const std::vector<std::filesystem::path>& files, Im
 }
 
 int importPsd(const ImportOptions& options) {
+  // "-o -" writes the property-set document to standard output, and the report to stderr.
+  const bool toStandardOutput = options.out == "-";
+  if (toStandardOutput && options.format == "json")
+    throw ToolError("--format json prints the report on standard output: give -o a file");
   const std::vector<std::filesystem::path> files = collectPsdFiles(options.paths);
   checkOutputs(options, files);
+  const ScratchFolder scratch;
+  const std::string out = toStandardOutput ? scratch.file("psets.xml") : options.out;
   ImportReport report;
-  const std::vector<PsdSet> sets = readSets(files, report);
-  ImportResult result = importSets(sets, !options.qto.empty(), report);
-  savePropertySets(result.properties, options.out);
-  if (!options.qto.empty()) saveQuantitySets(result.quantities, options.qto);
-  report.print(std::cout, options.verbose);
+  {
+    // With --format json the report is the only output; with --quiet there is none.
+    const SilencedOutput silenced(options.quiet || options.format == "json" || toStandardOutput);
+    const std::vector<PsdSet> sets = readSets(files, report);
+    ImportResult result = importSets(sets, !options.qto.empty(), report);
+    savePropertySets(result.properties, out);
+    if (!options.qto.empty()) saveQuantitySets(result.quantities, options.qto);
+  }
+  if (toStandardOutput) {
+    std::ifstream document(out, std::ios::binary);
+    std::cout << document.rdbuf();
+    if (!std::cout.flush()) throw ToolError("standard output: could not be written");
+  }
+  if (options.format == "json") {
+    if (!options.quiet) printJsonReport(options, report);
+    return kExitOk;
+  }
+  if (options.quiet) return kExitOk;
+  std::ostream& messages = toStandardOutput ? std::cerr : std::cout;
+  report.print(messages, options.verbose);
   if (!options.verbose && !(report.leftOut().empty() && report.changed().empty()))
-    std::cout << "Add --verbose to list every item.\n";
+    messages << "Add --verbose to list every item.\n";
   return kExitOk;
 }
 
@@ -103,9 +138,12 @@ void addImportCommand(CLI::App& app, Action& action) {
   CLI::App* command = app.add_subcommand(
       "import-psd", "Turn buildingSMART property-set definition (PSD XML) files into a property-set document");
   command->add_option("PATH", options->paths, "PSD files, or folders whose *.xml files are read")->required();
-  command->add_option("-o,--output", options->out, "Property-set document to write (OUT.xml)")->required();
+  command->add_option("-o,--output", options->out, "Property-set document to write (OUT.xml); - is standard output")->required();
   command->add_option("--qto", options->qto, "Quantity-set document to write the QtoSetDef files to");
   command->add_flag("-v,--verbose", options->verbose, "List every item left out or changed");
+  command->add_flag("-q,--quiet", options->quiet, "Print nothing but errors");
+  command->add_option("--format", options->format, "Report format: text (default) or json (every item)")
+      ->check(CLI::IsMember({"text", "json"}));
   command->footer(
       "Each PropertySetDef becomes a set (its English definition as description), each PropertyDef a\n"
       "property, each EnumList an enumerated type and each applicable class a relation. QtoSetDef files\n"

@@ -10,6 +10,7 @@
 #include <new>
 
 #include "commands.h"
+#include "suggestion.h"
 #include "tool_error.h"
 
 namespace {
@@ -17,8 +18,9 @@ namespace {
 using orvane::cli::Action;
 using orvane::cli::kExitError;
 
-std::string usageMessage(const CLI::App*, const CLI::Error& error) {
-  return std::string("orvane: ") + error.what() + "\nRun with --help for more information.\n";
+std::string usageMessage(const CLI::App* app, const CLI::Error& error) {
+  return std::string("orvane: ") + error.what() + "\n" + orvane::cli::suggestionFor(*app, error) +
+         "Run with --help for more information.\n";
 }
 
 // Everything written to standard output must have reached it (a full disk, a closed pipe): the
@@ -38,9 +40,11 @@ int run(int argc, char** argv) {
   // named in the message rather than reported as a missing one.
   app.require_subcommand(0, 1);
   app.failure_message(usageMessage);
+  app.set_version_flag("--version", "orvane " ORVANE_VERSION);
   Action action;
   orvane::cli::addPsetsCommands(app, action);
   orvane::cli::addQsetsCommands(app, action);
+  orvane::cli::addDocumentCommands(app, action);
   orvane::cli::addImportCommand(app, action);
   orvane::cli::addCheckCommand(app, action);
   orvane::cli::addExportCommands(app, action);

@@ -9,7 +9,9 @@
 #include "documents.h"
 #include "listing.h"
 #include "orvane/ifc_proyect_pset.h"
+#include "quiet.h"
 #include "record_csv.h"
+#include "scratch_folder.h"
 #include "text.h"
 #include "tool_error.h"
 
@@ -27,6 +29,7 @@ struct MergeOptions {
   std::string partial;
   std::string records;
   bool save = false;
+  bool quiet = false;
 };
 
 struct EnumsOptions {
@@ -36,8 +39,10 @@ struct EnumsOptions {
 };
 
 int listProperties(const ListOptions& options) {
-  requireDocument(options.file, DocumentKind::PropertySets);
-  printListing(std::cout, propertyListing(readPropertyRecords(options.file)), options.format);
+  const ScratchFolder scratch;
+  const std::string file = documentArgument(options.file, scratch);
+  requireDocument(file, DocumentKind::PropertySets);
+  printListing(std::cout, propertyListing(readPropertyRecords(file)), options.format);
   return kExitOk;
 }
 
@@ -51,6 +56,7 @@ int mergeProperties(const MergeOptions& options) {
                         static_cast<int>(records.size()), options.save ? 1 : 0);
   // The library reports no write failure; a partial document that is not there is one.
   if (!std::filesystem::exists(options.partial)) throw ToolError(options.partial + ": could not be written");
+  const SilencedOutput silenced(options.quiet);
   std::cout << "Merged " << records.size() << " record" << (records.size() == 1 ? "" : "s") << " from "
             << options.records << ".\n"
             << "Wrote the sets they name to " << options.partial << ".\n"
@@ -82,7 +88,7 @@ int listEnumValues(const EnumsOptions& options) {
 void addList(CLI::App& psets, Action& action) {
   auto options = std::make_shared<ListOptions>();
   CLI::App* list = psets.add_subcommand("list", "List every property of a property-set document");
-  list->add_option("FILE", options->file, "Property-set document (XML)")->required();
+  list->add_option("FILE", options->file, "Property-set document (XML); - reads standard input")->required();
   addFormatOption(*list, options->format);
   list->footer(
       "Columns: set, property, type, value, unit, enum, as getPropiedadesFichero gives them: sets by name,\n"
@@ -98,6 +104,7 @@ void addMerge(CLI::App& psets, Action& action) {
       ->required();
   merge->add_option("RECORDS", options->records, "CSV file of records (see below)")->required();
   merge->add_flag("--save", options->save, "Also write the merged document back to FILE (keeping FILE.bak)");
+  merge->add_flag("-q,--quiet", options->quiet, "Print nothing but errors");
   merge->footer(propertyCsvHelp());
   merge->callback([options, &action] { action = [options] { return mergeProperties(*options); }; });
 }
