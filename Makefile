@@ -114,23 +114,24 @@ check-fuzz: fuzz
 # repository's samples stay as they are), opened by the sample host through the entry point a CAD
 # program calls. EDITOR=assign, qsets or assign-qsets opens the other editors. It builds only the
 # library and the sample host. Without a display (no DISPLAY or WAYLAND_DISPLAY) the editor is
-# served through Qt's VNC platform on port RUN_PORT: view it with any VNC viewer; Ctrl+C stops it.
+# served through Qt's VNC platform on 127.0.0.1, port RUN_PORT: view it with any VNC viewer; Ctrl+C
+# stops it. Qt's VNC server would listen on every interface: loopback_only.so keeps it on loopback.
 EDITOR   ?= psets
 RUN_PORT ?= 5900
 RUN_SIZE ?= 1280x800
 .PHONY: run screenshots
 
 run: deps $(BUILD)/build.ninja
-	cmake --build $(BUILD) -j $(JOBS) --target orvane_sample_host
+	cmake --build $(BUILD) -j $(JOBS) --target orvane_sample_host orvane_loopback_only
 	@rm -rf $(BUILD)/run-samples && cp -r samples $(BUILD)/run-samples && rm -rf $(BUILD)/run-samples/host
 	@if [ -n "$$DISPLAY$$WAYLAND_DISPLAY$$QT_QPA_PLATFORM" ]; then \
 	  $(BUILD)/samples/host/orvane_sample_host $(BUILD)/run-samples $(EDITOR); \
 	else \
-	  echo "No display here: the editor is served through VNC on port $(RUN_PORT)."; \
-	  echo "View it with a VNC viewer at localhost:$(RUN_PORT), e.g.  vncviewer localhost:$(RUN_PORT)"; \
-	  echo "(from another machine: ssh -L $(RUN_PORT):localhost:$(RUN_PORT) THIS-HOST, then the same)."; \
-	  echo "Qt's VNC server listens on every network interface and asks for no password."; \
-	  echo "Ctrl+C stops it."; \
+	  echo "No display here: the editor is served through VNC on 127.0.0.1:$(RUN_PORT)."; \
+	  echo "View it with a VNC viewer on this machine, e.g.  vncviewer 127.0.0.1:$(RUN_PORT)"; \
+	  echo "(from another machine: ssh -L $(RUN_PORT):127.0.0.1:$(RUN_PORT) THIS-HOST, then the same)."; \
+	  echo "It asks for no password, so it listens on the loopback address only. Ctrl+C stops it."; \
+	  LD_PRELOAD=$(abspath $(BUILD))/samples/host/liborvane_loopback_only.so \
 	  QT_QPA_PLATFORM=vnc:size=$(RUN_SIZE):port=$(RUN_PORT) \
 	    $(BUILD)/samples/host/orvane_sample_host $(BUILD)/run-samples $(EDITOR); \
 	fi
