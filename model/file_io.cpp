@@ -140,7 +140,7 @@ std::string resolvedPath(int fd, const char* path, const struct stat& opened) {
   return resolved;
 }
 
-// The document a save replaces. It is opened for writing as the described save opens it, by the
+// The document a save replaces. It is opened for writing, as a plain save that overwrites the file opens it, by the
 // kernel's own path resolution, so that a file the saver may not write (read-only, another
 // owner's, a link the kernel refuses to follow in a sticky folder) refuses the save, for root as
 // the kernel decides for root.
@@ -162,7 +162,7 @@ bool openSaveTarget(const char* path, SaveTarget& target) {
       return !nameOf(target.path).empty();
     }
     if (!S_ISLNK(link.st_mode)) return false;
-    // A link to a missing file: make that file through the link, as the described save does.
+    // A link to a missing file: make that file through the link, as a plain save through the link does.
     fd = sys().open(path, kFlags | O_CREAT, 0666);
     target.createdThroughLink = fd >= 0;
   }
@@ -309,7 +309,7 @@ Replaced replaceFile(const std::string& target, const Descriptor* model, const s
   return syncFolder(folderOf(target)) ? Replaced::kDone : Replaced::kFailed;
 }
 
-// The described save's own way: the existing file truncated and written again, through the
+// The plain overwrite: the existing file truncated and written again, through the
 // descriptor that was opened for writing. Only when a whole backup of it is on disk.
 template <class Fill>
 bool writeInPlace(int fd, Fill fill) {

@@ -58,7 +58,7 @@ bool writeTextFile(const char* path, std::string_view text);
 // memory. A producer that fails leaves the target as it was.
 bool writeTextFile(const char* path, const ChunkProducer& produce);
 
-// The described save: the backup of backupFile, then the replacing write of writeTextFile. A file
+// A document save: the backup of backupFile, then the replacing write of writeTextFile. A file
 // that cannot be replaced (see above) is written in place instead, keeping its links, owner and
 // attributes, but only once its whole backup is on disk; without one it is left as it was.
 bool saveDocument(const char* path, const ChunkProducer& produce);

@@ -73,7 +73,7 @@ std::optional<std::u16string> QtDialogServices::pickFileToSave(const FilePickerO
   return pickFile(options, true);
 }
 
-// Qt's own dialog, the same on every desktop, so the filters show as described.
+// Qt's own dialog, the same on every desktop, so the filters show as the editors name them.
 std::optional<std::u16string> QtDialogServices::pickFile(const FilePickerOptions& options, bool forSaving) {
   if (!haveWidgetApplication()) return std::nullopt;
   QFileDialog picker(ownerWindow());
