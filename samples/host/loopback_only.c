@@ -10,7 +10,8 @@
 
 typedef int (*BindCall)(int, const struct sockaddr*, socklen_t);
 
-int bind(int fd, const struct sockaddr* address, socklen_t length) {
+/* Exported whatever the build's default visibility: the loader must find it before the C library's. */
+__attribute__((visibility("default"))) int bind(int fd, const struct sockaddr* address, socklen_t length) {
   static BindCall next = NULL;
   if (next == NULL) next = (BindCall)dlsym(RTLD_NEXT, "bind");
   if (address != NULL && address->sa_family == AF_INET && length >= sizeof(struct sockaddr_in)) {
