@@ -5,7 +5,7 @@
 set -euo pipefail
 host=$1 shim=$2 samples=$3
 work=$(mktemp -d)
-trap 'kill "$pid" 2>/dev/null; wait "$pid" 2>/dev/null; rm -rf "$work"' EXIT
+trap 'kill "$pid" 2>/dev/null; wait "$pid" 2>/dev/null || true; rm -rf "$work"' EXIT
 cp -r "$samples"/. "$work"
 port=$((20000 + $$ % 20000))
 
