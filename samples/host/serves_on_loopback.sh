@@ -9,7 +9,8 @@ trap 'kill "$pid" 2>/dev/null; wait "$pid" 2>/dev/null || true; rm -rf "$work"' 
 cp -r "$samples"/. "$work"
 port=$((20000 + $$ % 20000))
 
-env -u DISPLAY -u WAYLAND_DISPLAY LD_PRELOAD="$shim" QT_QPA_PLATFORM="vnc:size=800x600:port=$port" \
+# Under the sanitizers the preload comes before their runtime, which they accept when told.
+env -u DISPLAY -u WAYLAND_DISPLAY ASAN_OPTIONS="${ASAN_OPTIONS:+$ASAN_OPTIONS:}verify_asan_link_order=0" LD_PRELOAD="$shim" QT_QPA_PLATFORM="vnc:size=800x600:port=$port" \
   "$host" "$work" psets >"$work/out.log" 2>&1 &
 pid=$!
 
