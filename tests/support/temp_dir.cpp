@@ -22,6 +22,12 @@ TempDir::~TempDir() {
 
 std::string TempDir::file(std::string_view name) const { return (path_ / name).string(); }
 
+std::string TempDir::write(std::string_view name, std::string_view bytes) const {
+  const std::string path = file(name);
+  writeBytes(path, bytes);
+  return path;
+}
+
 std::string readBytes(const std::filesystem::path& path) {
   std::ifstream in(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};

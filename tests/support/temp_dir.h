@@ -18,6 +18,8 @@ class TempDir {
   const std::filesystem::path& path() const { return path_; }
   // The full path of `name` inside the folder, as the narrow text the library takes.
   std::string file(std::string_view name) const;
+  // Writes `bytes` to `name` in the folder and gives the file's path.
+  std::string write(std::string_view name, std::string_view bytes) const;
 
  private:
   std::filesystem::path path_;
