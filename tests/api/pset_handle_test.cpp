@@ -172,6 +172,7 @@ TEST(HandleDocument, NullArgumentsAndMissingSetsGiveTheFailureResults) {
 
   Handle doc(nuevoIfcProyectPSet());
   EXPECT_EQ(nuevaPropiedadEntera(doc.doc, "a", 1), nullptr);  // no set to hold it
+  EXPECT_EQ(nuevaPropiedadDoble(doc.doc, "b", 1.0), nullptr);
   EXPECT_EQ(nuevaPropiedadStr(doc.doc, "c", "x"), nullptr);
   EXPECT_EQ(nuevoPSet(doc.doc, nullptr), nullptr);
   EXPECT_EQ(getPset(doc.doc, 0), nullptr);  // nothing was appended
