@@ -186,14 +186,21 @@ std::vector<Record> mergeRecords(const std::string& got, int filled, unsigned se
   return records;
 }
 
+// Whether the exported reader `fastGet` and the plain path leave the same outcome; `fast` gets the
+// exported reader's.
+template <class Document, class Record>
+bool sameReads(const std::string* document, int (*fastGet)(const char*, Record*, int), Outcome& fast) {
+  fast = run(document, hostArray<Record>(kMaxRecords), [&](const char* p, const char*, char* r) {
+    return fastGet(p, reinterpret_cast<Record*>(r), kMaxRecords);
+  });
+  return fast == run(document, hostArray<Record>(kMaxRecords), [](const char* p, const char*, char* r) {
+           return plainGet<Document>(p, reinterpret_cast<Record*>(r), kMaxRecords);
+         });
+}
+
 void compareProperties(const std::string* document, unsigned seed, const std::vector<FlatPropertyRecord>* given) {
-  const auto fast = run(document, hostArray<FlatPropertyRecord>(kMaxRecords), [](const char* p, const char*, char* r) {
-    return getPropiedadesFichero(p, reinterpret_cast<FlatPropertyRecord*>(r), kMaxRecords);
-  });
-  const auto plain = run(document, hostArray<FlatPropertyRecord>(kMaxRecords), [](const char* p, const char*, char* r) {
-    return plainGet<CIfcProyectPSet>(p, reinterpret_cast<FlatPropertyRecord*>(r), kMaxRecords);
-  });
-  ASSERT_TRUE(fast == plain) << "getPropiedadesFichero";
+  Outcome fast;
+  ASSERT_TRUE(sameReads<CIfcProyectPSet>(document, getPropiedadesFichero, fast)) << "getPropiedadesFichero";
   const auto records = given ? *given : mergeRecords<FlatPropertyRecord>(fast.records, fast.result, seed);
   for (int save : {1, 0}) {
     const int count = save != 0 ? static_cast<int>(records.size()) : 0;
@@ -207,13 +214,8 @@ void compareProperties(const std::string* document, unsigned seed, const std::ve
 }
 
 void compareQuantities(const std::string* document, unsigned seed, const std::vector<FlatQuantityRecord>* given) {
-  const auto fast = run(document, hostArray<FlatQuantityRecord>(kMaxRecords), [](const char* p, const char*, char* r) {
-    return getCuantificadoresFichero(p, reinterpret_cast<FlatQuantityRecord*>(r), kMaxRecords);
-  });
-  const auto plain = run(document, hostArray<FlatQuantityRecord>(kMaxRecords), [](const char* p, const char*, char* r) {
-    return plainGet<CIfcProyectQSet>(p, reinterpret_cast<FlatQuantityRecord*>(r), kMaxRecords);
-  });
-  ASSERT_TRUE(fast == plain) << "getCuantificadoresFichero";
+  Outcome fast;
+  ASSERT_TRUE(sameReads<CIfcProyectQSet>(document, getCuantificadoresFichero, fast)) << "getCuantificadoresFichero";
   const auto records = given ? *given : mergeRecords<FlatQuantityRecord>(fast.records, fast.result, seed);
   const auto merge = [&](auto function) {
     return run(document, asBytes(records), [&](const char* p, const char* out, char* r) {
