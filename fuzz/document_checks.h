@@ -1,11 +1,16 @@
-// Invariants every loaded document keeps, whatever file it came from, for the fuzz targets.
+// Invariants every loaded document keeps, whatever file it came from, and what a merge must have
+// written, for the fuzz targets.
 #ifndef ORVANE_FUZZ_DOCUMENT_CHECKS_H
 #define ORVANE_FUZZ_DOCUMENT_CHECKS_H
 
 #include <algorithm>
+#include <string>
+#include <vector>
 
 #include "fuzz/fuzz_support.h"
 #include "model/names.h"
+#include "model/text.h"
+#include "orvane/orvane.h"
 #include "orvane/ifc_proyect_pset.h"
 #include "orvane/ifc_proyect_qset.h"
 
@@ -53,6 +58,44 @@ inline void checkDocument(const CIfcProyectQSet& doc, bool loaded) {
   if (!loaded) return;
   check(std::is_sorted(doc.quantitySets.begin(), doc.quantitySets.end(), NameLessNoCase{}),
         "quantity sets are sorted by name");
+}
+
+// Reads the input as a document file: lee gives 0 or 1 and leaves a document that keeps the
+// invariants above.
+template <class Document>
+void readAnyFile(const uint8_t* data, size_t size, const char* name) {
+  silenceMessages();
+  const std::string path = writeScratchFile(name, {reinterpret_cast<const char*>(data), size});
+  Document doc;
+  const int result = doc.lee(path.c_str());
+  check(result == 0 || result == 1, "lee gives 0 or 1");
+  checkDocument(doc, result == 1);
+}
+
+inline const std::vector<CIfcPropertySet>& setsOf(const CIfcProyectPSet& doc) { return doc.propertySets; }
+inline const std::vector<CIfcQuantitySet>& setsOf(const CIfcProyectQSet& doc) { return doc.quantitySets; }
+inline const std::vector<CIfcPropertyName>& membersOf(const CIfcPropertySet& set) { return set.properties; }
+inline const std::vector<CIfcQuantityName>& membersOf(const CIfcQuantitySet& set) { return set.quantities; }
+inline std::string_view memberNameOf(const FlatPropertyRecord& record) { return fieldText(record.propertyName); }
+inline std::string_view memberNameOf(const FlatQuantityRecord& record) { return fieldText(record.quantityName); }
+
+// The merged file at `path` loads and holds every set, and in it every property or quantity, that a
+// record names (ignoring case).
+template <class Document, class Record>
+void checkHoldsRecords(const std::string& path, const std::vector<Record>& records) {
+  Document doc;
+  check(doc.lee(path.c_str()) == 1, "a merged document loads");
+  checkDocument(doc, true);
+  for (const Record& record : records) {
+    const auto& sets = setsOf(doc);
+    const auto set = std::find_if(sets.begin(), sets.end(),
+                                  [&](const auto& s) { return equalsNoCase(s.name, fieldText(record.setName)); });
+    check(set != sets.end(), "every set a record names is in the document");
+    const auto& members = membersOf(*set);
+    check(std::any_of(members.begin(), members.end(),
+                      [&](const auto& m) { return equalsNoCase(m.name, memberNameOf(record)); }),
+          "every member a record names is in its set");
+  }
 }
 
 }  // namespace orvane::fuzz

@@ -12,29 +12,6 @@ namespace {
 using namespace orvane;
 using orvane::fuzz::check;
 
-const CIfcQuantitySet* findSet(const CIfcProyectQSet& doc, std::string_view name) {
-  for (const CIfcQuantitySet& set : doc.quantitySets)
-    if (equalsNoCase(set.name, name)) return &set;
-  return nullptr;
-}
-
-bool holds(const CIfcQuantitySet& set, std::string_view name) {
-  for (const CIfcQuantityName& quantity : set.quantities)
-    if (equalsNoCase(quantity.name, name)) return true;
-  return false;
-}
-
-void checkHoldsRecords(const std::string& path, const std::vector<FlatQuantityRecord>& records) {
-  CIfcProyectQSet doc;
-  check(doc.lee(path.c_str()) == 1, "a merged document loads");
-  fuzz::checkDocument(doc, true);
-  for (const FlatQuantityRecord& record : records) {
-    const CIfcQuantitySet* set = findSet(doc, fieldText(record.setName));
-    check(set != nullptr, "every set a record names is in the document");
-    check(holds(*set, fieldText(record.quantityName)), "every quantity a record names is in its set");
-  }
-}
-
 void readBack(const std::string& path) {
   FlatQuantityRecord out[16];
   const int filled = getCuantificadoresFichero(path.c_str(), out, 16);
@@ -58,8 +35,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   check(setCuantificadoresFichero(path.c_str(), output.c_str(), input.records.data(),
                                   static_cast<int>(input.records.size())) == 1,
         "setCuantificadoresFichero gives 1");
-  checkHoldsRecords(output, input.records);
-  checkHoldsRecords(path, input.records);
+  fuzz::checkHoldsRecords<CIfcProyectQSet>(output, input.records);
+  fuzz::checkHoldsRecords<CIfcProyectQSet>(path, input.records);
   readBack(path);
   return 0;
 }

@@ -1,9 +1,11 @@
 // The property-set document handle as a host uses it through liborvane.so: what each call gives for
-// every value type and every index, and the failure results. (The C host test builds, saves and
-// loads a document through the same calls from C; the backup on save is the document's own.)
+// every value type and every index, and the failure results; and the two document classes as a C++
+// host uses them. (The C host test reaches the same calls from C; the backup on save is the
+// document's own.)
 #include <gtest/gtest.h>
 
 #include <cfloat>
+#include <cstring>
 #include <string>
 
 #include "orvane/orvane.h"
@@ -172,6 +174,7 @@ TEST(HandleDocument, NullArgumentsAndMissingSetsGiveTheFailureResults) {
 
   Handle doc(nuevoIfcProyectPSet());
   EXPECT_EQ(nuevaPropiedadEntera(doc.doc, "a", 1), nullptr);  // no set to hold it
+  EXPECT_EQ(nuevaPropiedadDoble(doc.doc, "b", 1.0), nullptr);
   EXPECT_EQ(nuevaPropiedadStr(doc.doc, "c", "x"), nullptr);
   EXPECT_EQ(nuevoPSet(doc.doc, nullptr), nullptr);
   EXPECT_EQ(getPset(doc.doc, 0), nullptr);  // nothing was appended
@@ -190,6 +193,31 @@ TEST(HandleDocument, FilesThatDoNotLoadGiveNoHandle) {
   writeBytes(other, "<?xml version=\"1.0\"?><QuantitiesSetQuorsel/>");
   for (const std::string& path : {dir.file("missing.xml"), broken, other})
     EXPECT_EQ(cargaIfcProyectPSet(path.c_str()), nullptr) << path;
+}
+
+// A host written in C++ uses the two document classes through liborvane.so and its public headers:
+// saving, loading, copying, and deleting through the exported virtual destructor.
+TEST(ExportedClasses, BothDocumentsRoundTripThroughTheSharedLibrary) {
+  TempDir dir;
+  CIfcProyectPSet properties;
+  std::strcpy(properties.propertySets.emplace_back().name, "Muros");
+  std::strcpy(properties.propertySets[0].properties.emplace_back().name, "Altura");
+  ASSERT_EQ(properties.graba(dir.file("p.xml").c_str()), 1);
+  auto* loaded = new CIfcProyectPSet;
+  ASSERT_EQ(loaded->lee(dir.file("p.xml").c_str()), 1);
+  const CIfcProyectPSet copy(*loaded);
+  delete loaded;
+  ASSERT_EQ(copy.propertySets.size(), 1u);
+  EXPECT_STREQ(copy.propertySets[0].properties.at(0).name, "Altura");
+
+  CIfcProyectQSet quantities;
+  std::strcpy(quantities.quantitySets.emplace_back().name, "Ejes");
+  quantities.quantitySets[0].quantities.emplace_back().value = 3.25;
+  ASSERT_EQ(quantities.graba(dir.file("q.xml").c_str()), 1);
+  CIfcProyectQSet again;
+  ASSERT_EQ(again.lee(dir.file("q.xml").c_str()), 1);
+  ASSERT_EQ(again.quantitySets.size(), 1u);
+  EXPECT_DOUBLE_EQ(again.quantitySets[0].quantities.at(0).value, 3.25);
 }
 
 }  // namespace

@@ -132,15 +132,3 @@ TEST(ResolveReference, EmptyCatalogueOrGroupGivesPositionsWithNothingThere) {
   EXPECT_EQ(index, (CatalogueIndex{1, 0}));
   EXPECT_EQ(catalogue.getGrupo(index.group)->getVariable(index.variable), nullptr);
 }
-
-TEST(ResolveReference, AReferenceBuiltFromTheCatalogueFindsItsVariableAgain) {
-  const CConjuntoVariableZep catalogue = readCatalogue("Eje;PK,Cota,Pendiente\nMuro;Alto\n");
-  for (int g = 0; g < catalogue.getNumGrupos(); ++g) {
-    const CZepGrupo& group = *catalogue.getGrupo(g);
-    for (int v = 0; v < group.getNumVariables(); ++v) {
-      char value[512];
-      ASSERT_TRUE(orvane::makeReference(group.name, group.getVariable(v)->name, value));
-      EXPECT_EQ(resolveReference(catalogue, orvane::partsOfValue(value)), (CatalogueIndex{g, v})) << value;
-    }
-  }
-}

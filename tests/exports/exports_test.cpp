@@ -190,16 +190,16 @@ const char* simpleValue(const XMLElement* parent, const char* name) {
 void expectIdsHolds(const std::string& path, const std::vector<Set>& sets) {
   tinyxml2::XMLDocument document;
   ASSERT_EQ(document.LoadFile(path.c_str()), tinyxml2::XML_SUCCESS);
-  const XMLElement* spec = document.RootElement()->FirstChildElement("specifications")->FirstChildElement("specification");
+  const XMLElement* specification = document.RootElement()->FirstChildElement("specifications")->FirstChildElement("specification");
   for (const Set& set : sets) {
     SCOPED_TRACE(set.name);
     const std::size_t specs = set.entities.empty() ? 1 : set.entities.size();
-    for (std::size_t s = 0; s < specs; ++s, spec = spec->NextSiblingElement("specification")) {
-      ASSERT_NE(spec, nullptr);
-      const XMLElement* applicability = spec->FirstChildElement("applicability");
+    for (std::size_t s = 0; s < specs; ++s, specification = specification->NextSiblingElement("specification")) {
+      ASSERT_NE(specification, nullptr);
+      const XMLElement* applicability = specification->FirstChildElement("applicability");
       if (set.entities.empty()) EXPECT_STREQ(simpleValue(applicability->FirstChildElement("property"), "propertySet"), set.name.c_str());
       else EXPECT_EQ(simpleValue(applicability->FirstChildElement("entity"), "name"), upper(set.entities[s]));
-      const XMLElement* facet = spec->FirstChildElement("requirements")->FirstChildElement("property");
+      const XMLElement* facet = specification->FirstChildElement("requirements")->FirstChildElement("property");
       for (const Member& member : set.members) {
         SCOPED_TRACE(member.name);
         ASSERT_NE(facet, nullptr);
@@ -218,7 +218,7 @@ void expectIdsHolds(const std::string& path, const std::vector<Set>& sets) {
       EXPECT_EQ(facet, nullptr) << "a requirement no member states";
     }
   }
-  EXPECT_EQ(spec, nullptr) << "a specification no set states";
+  EXPECT_EQ(specification, nullptr) << "a specification no set states";
 }
 
 void expectIfcHolds(const nlohmann::json& read, const std::vector<Set>& sets, const std::string& title) {

@@ -8,7 +8,6 @@
 #include <algorithm>
 #include <cctype>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <map>
@@ -18,6 +17,7 @@
 
 #include "api/name_index.h"
 #include "api/record_conversion.h"
+#include "fuzz/document_checks.h"
 #include "fuzz/merge_input.h"
 #include "model/document_outline.h"
 #include "model/file_system.h"
@@ -39,26 +39,15 @@ constexpr int kMaxRecords = 600;
 
 // ---- The plain document path ----
 
-int plainGetProperties(const char* path, FlatPropertyRecord* records, int maxRecords) {
-  CIfcProyectPSet doc;
+template <class Document, class Record>
+int plainGet(const char* path, Record* records, int maxRecords) {
+  Document doc;
   doc.lee(path);
   int filled = 0;
-  for (const CIfcPropertySet& set : doc.propertySets)
-    for (const CIfcPropertyName& property : set.properties) {
+  for (const auto& set : orvane::fuzz::setsOf(doc))
+    for (const auto& member : orvane::fuzz::membersOf(set)) {
       if (filled >= maxRecords) return filled;
-      orvane::api::fillRecord(records[filled++], fieldText(set.name), property);
-    }
-  return filled;
-}
-
-int plainGetQuantities(const char* path, FlatQuantityRecord* records, int maxRecords) {
-  CIfcProyectQSet doc;
-  doc.lee(path);
-  int filled = 0;
-  for (const CIfcQuantitySet& set : doc.quantitySets)
-    for (const CIfcQuantityName& quantity : set.quantities) {
-      if (filled >= maxRecords) return filled;
-      orvane::api::fillRecord(records[filled++], fieldText(set.name), quantity);
+      orvane::api::fillRecord(records[filled++], fieldText(set.name), member);
     }
   return filled;
 }
@@ -135,7 +124,7 @@ struct Outcome {
 // an older second file, with `records` as the host's array.
 template <class Call>
 Outcome run(const std::string* document, std::string records, Call call) {
-  orvane::test::TempDir dir;
+  orvane::test::TempDir dir(orvane::test::TempDir::Place::kMemory);
   if (document != nullptr) writeBytes(dir.file("doc.xml"), *document);
   writeBytes(dir.file("other.xml"), "older");
   Outcome outcome;
@@ -197,14 +186,21 @@ std::vector<Record> mergeRecords(const std::string& got, int filled, unsigned se
   return records;
 }
 
+// Whether the exported reader `fastGet` and the plain path leave the same outcome; `fast` gets the
+// exported reader's.
+template <class Document, class Record>
+bool sameReads(const std::string* document, int (*fastGet)(const char*, Record*, int), Outcome& fast) {
+  fast = run(document, hostArray<Record>(kMaxRecords), [&](const char* p, const char*, char* r) {
+    return fastGet(p, reinterpret_cast<Record*>(r), kMaxRecords);
+  });
+  return fast == run(document, hostArray<Record>(kMaxRecords), [](const char* p, const char*, char* r) {
+           return plainGet<Document>(p, reinterpret_cast<Record*>(r), kMaxRecords);
+         });
+}
+
 void compareProperties(const std::string* document, unsigned seed, const std::vector<FlatPropertyRecord>* given) {
-  const auto fast = run(document, hostArray<FlatPropertyRecord>(kMaxRecords), [](const char* p, const char*, char* r) {
-    return getPropiedadesFichero(p, reinterpret_cast<FlatPropertyRecord*>(r), kMaxRecords);
-  });
-  const auto plain = run(document, hostArray<FlatPropertyRecord>(kMaxRecords), [](const char* p, const char*, char* r) {
-    return plainGetProperties(p, reinterpret_cast<FlatPropertyRecord*>(r), kMaxRecords);
-  });
-  ASSERT_TRUE(fast == plain) << "getPropiedadesFichero";
+  Outcome fast;
+  ASSERT_TRUE(sameReads<CIfcProyectPSet>(document, getPropiedadesFichero, fast)) << "getPropiedadesFichero";
   const auto records = given ? *given : mergeRecords<FlatPropertyRecord>(fast.records, fast.result, seed);
   for (int save : {1, 0}) {
     const int count = save != 0 ? static_cast<int>(records.size()) : 0;
@@ -218,13 +214,8 @@ void compareProperties(const std::string* document, unsigned seed, const std::ve
 }
 
 void compareQuantities(const std::string* document, unsigned seed, const std::vector<FlatQuantityRecord>* given) {
-  const auto fast = run(document, hostArray<FlatQuantityRecord>(kMaxRecords), [](const char* p, const char*, char* r) {
-    return getCuantificadoresFichero(p, reinterpret_cast<FlatQuantityRecord*>(r), kMaxRecords);
-  });
-  const auto plain = run(document, hostArray<FlatQuantityRecord>(kMaxRecords), [](const char* p, const char*, char* r) {
-    return plainGetQuantities(p, reinterpret_cast<FlatQuantityRecord*>(r), kMaxRecords);
-  });
-  ASSERT_TRUE(fast == plain) << "getCuantificadoresFichero";
+  Outcome fast;
+  ASSERT_TRUE(sameReads<CIfcProyectQSet>(document, getCuantificadoresFichero, fast)) << "getCuantificadoresFichero";
   const auto records = given ? *given : mergeRecords<FlatQuantityRecord>(fast.records, fast.result, seed);
   const auto merge = [&](auto function) {
     return run(document, asBytes(records), [&](const char* p, const char* out, char* r) {
@@ -333,26 +324,18 @@ std::vector<fs::path> filesIn(const fs::path& folder, const char* extension) {
 const fs::path kRoot = fs::path(ORVANE_TEST_DATA) / ".." / "..";
 
 // Only the bytes written count here, not how the disk keeps them: saves skip their syncs, and the
-// folders go to memory (/dev/shm) where there is such a file system.
+// folders are made in memory where the system allows.
 class DifferentialTest : public ::testing::Test {
  protected:
   void SetUp() override {
     orvane::FileSystem quick = orvane::posixFileSystem();
     quick.fsync = [](int) { return 0; };
     previous_ = orvane::setFileSystem(quick);
-    if (const char* old = std::getenv("TMPDIR")) previousTemp_ = old;
-    std::error_code ignored;
-    if (fs::is_directory("/dev/shm", ignored)) ::setenv("TMPDIR", "/dev/shm", 1);
   }
-  void TearDown() override {
-    orvane::setFileSystem(previous_);
-    if (previousTemp_.empty()) ::unsetenv("TMPDIR");
-    else ::setenv("TMPDIR", previousTemp_.c_str(), 1);
-  }
+  void TearDown() override { orvane::setFileSystem(previous_); }
 
  private:
   orvane::FileSystem previous_{};
-  std::string previousTemp_;
 };
 
 TEST_F(DifferentialTest, GeneratedDocuments) {
@@ -435,7 +418,7 @@ TEST_F(DifferentialTest, ChunkedSaveMatchesOneWholePrint) {
   std::string expected;
   for (const char* c = whole.CStr(); *c != '\0'; ++c) expected += *c == '\r' ? "&#13;" : *c == '\n' ? "\r\n" : std::string(1, *c);
   ASSERT_GT(expected.size(), 4u * 65536u);
-  orvane::test::TempDir dir;
+  orvane::test::TempDir dir(orvane::test::TempDir::Place::kMemory);
   doc.graba(dir.file("doc.xml").c_str());
   EXPECT_TRUE(readBytes(dir.file("doc.xml")) == expected);
 }

@@ -25,42 +25,13 @@
 
 #include "orvane/ifc_proyect_pset.h"
 #include "support/message_recorder.h"
-#include "support/temp_dir.h"  // readBytes
+#include "support/temp_dir.h"
 
 using namespace orvane::test;
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-// A fresh folder in memory when the system has one, else in the temporary folder.
-class ScratchFolder {
- public:
-  ScratchFolder() {
-    std::error_code error;
-    const bool inMemory = std::filesystem::is_directory("/dev/shm", error) && ::access("/dev/shm", W_OK) == 0;
-    std::string pattern = (inMemory ? std::filesystem::path("/dev/shm") : std::filesystem::temp_directory_path()) /
-                          "orvane-crash-XXXXXX";
-    if (::mkdtemp(pattern.data()) != nullptr) path_ = pattern;
-  }
-  ~ScratchFolder() {
-    std::error_code ignored;
-    if (!path_.empty()) std::filesystem::remove_all(path_, ignored);
-  }
-  ScratchFolder(const ScratchFolder&) = delete;
-  ScratchFolder& operator=(const ScratchFolder&) = delete;
-
-  bool made() const { return !path_.empty(); }
-  std::set<std::string> names() const {
-    std::set<std::string> found;
-    for (const auto& entry : std::filesystem::directory_iterator(path_)) found.insert(entry.path().filename());
-    return found;
-  }
-  std::string file(const char* name) const { return path_ + "/" + name; }
-
- private:
-  std::string path_;
-};
 
 CIfcProyectPSet documentWithSets(const char* prefix, int sets) {
   CIfcProyectPSet doc;
@@ -89,8 +60,7 @@ Clock::duration timeOfOneSave(const std::string& path, CIfcProyectPSet& doc) {
 }
 
 TEST(SaveCrash, AKilledSaveLeavesTheOldOrTheNewDocument) {
-  ScratchFolder dir;
-  ASSERT_TRUE(dir.made());
+  TempDir dir(TempDir::Place::kMemory);
   MessageRecorder quiet;
   const std::string path = dir.file("doc.xml");
   CIfcProyectPSet oldDoc = documentWithSets("Anterior", 20);

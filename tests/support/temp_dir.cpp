@@ -5,10 +5,17 @@
 #include <iterator>
 #include <stdexcept>
 
+#include <unistd.h>
+
 namespace orvane::test {
 
-TempDir::TempDir() {
-  std::string pattern = (std::filesystem::temp_directory_path() / "orvane-test-XXXXXX").string();
+TempDir::TempDir(Place place) {
+  std::error_code error;
+  const bool inMemory = place == Place::kMemory && std::filesystem::is_directory("/dev/shm", error) &&
+                        ::access("/dev/shm", W_OK) == 0;
+  std::string pattern =
+      ((inMemory ? std::filesystem::path("/dev/shm") : std::filesystem::temp_directory_path()) / "orvane-test-XXXXXX")
+          .string();
   if (::mkdtemp(pattern.data()) == nullptr) throw std::runtime_error("mkdtemp failed");
   path_ = pattern;
 }
@@ -21,6 +28,18 @@ TempDir::~TempDir() {
 }
 
 std::string TempDir::file(std::string_view name) const { return (path_ / name).string(); }
+
+std::set<std::string> TempDir::names() const {
+  std::set<std::string> found;
+  for (const auto& entry : std::filesystem::directory_iterator(path_)) found.insert(entry.path().filename().string());
+  return found;
+}
+
+std::string TempDir::write(std::string_view name, std::string_view bytes) const {
+  const std::string path = file(name);
+  writeBytes(path, bytes);
+  return path;
+}
 
 std::string readBytes(const std::filesystem::path& path) {
   std::ifstream in(path, std::ios::binary);

@@ -3,6 +3,7 @@
 #define ORVANE_TESTS_TEMP_DIR_H
 
 #include <filesystem>
+#include <set>
 #include <string>
 #include <string_view>
 
@@ -10,7 +11,10 @@ namespace orvane::test {
 
 class TempDir {
  public:
-  TempDir();
+  // kMemory puts the folder in /dev/shm where the system has one, for tests that save thousands of
+  // times and care only about the bytes written, not about how a disk keeps them.
+  enum class Place { kTemporary, kMemory };
+  explicit TempDir(Place place = Place::kTemporary);
   ~TempDir();
   TempDir(const TempDir&) = delete;
   TempDir& operator=(const TempDir&) = delete;
@@ -18,6 +22,10 @@ class TempDir {
   const std::filesystem::path& path() const { return path_; }
   // The full path of `name` inside the folder, as the narrow text the library takes.
   std::string file(std::string_view name) const;
+  // Writes `bytes` to `name` in the folder and gives the file's path.
+  std::string write(std::string_view name, std::string_view bytes) const;
+  // The names of the entries in the folder.
+  std::set<std::string> names() const;
 
  private:
   std::filesystem::path path_;
