@@ -33,7 +33,7 @@ test: build
 # `make memcheck`: every test binary of $(BUILD) under Valgrind's memcheck; an uninitialised read, an
 # invalid access or a definite leak fails it. Slow (minutes): not part of `make test` or CI. Qt runs
 # without its regular-expression JIT, whose generated code memcheck cannot follow.
-MEMCHECK_TESTS ?= model_tests api/api_tests api/headless_editors_test common/common_tests editors/editor_tests tools/tools_tests ui/ui_tests ui/entry_point_end_to_end_test
+MEMCHECK_TESTS ?= model_tests fast_paths_differential_test exports/exports_tests api/api_tests api/headless_editors_test common/common_tests editors/editor_tests tools/tools_tests ui/ui_tests ui/entry_point_end_to_end_test
 MEMCHECK = valgrind --tool=memcheck --error-exitcode=99 --leak-check=full --errors-for-leak-kinds=definite \
            --track-origins=yes --suppressions=tests/valgrind.supp --quiet
 .PHONY: memcheck
