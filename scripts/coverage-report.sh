@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Line and branch coverage of the project's own code after a test run in a --coverage build:
-# one line per folder (model, api, editors, ui, tools) and a per-file report in
+# one line per folder (model, api, editors, ui, exports, tools) and a per-file report in
 # BUILD/coverage/files.txt. Tests, fuzz targets, benchmarks, generated files in the build folders
 # and system headers are left out: only the five folders are counted.
 # Usage: scripts/coverage-report.sh BUILD_DIR
@@ -10,7 +10,7 @@ build=${1:?usage: $0 BUILD_DIR}
 out=$build/coverage
 mkdir -p "$out"
 
-folders=(model api editors ui tools)
+folders=(model api editors ui exports tools)
 only_ours=$(IFS='|'; echo "^($PWD/)?(${folders[*]})/")
 
 # Branches the compiler adds for exceptions and for code it proved unreachable are not decisions

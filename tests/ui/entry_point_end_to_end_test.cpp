@@ -123,6 +123,28 @@ TEST_F(EntryPointEndToEnd, TheQuantityEditorsShowTheCaptionsOfTheMessageFileTheH
   fijaRutaMensajes(nullptr);
 }
 
+// The test entries open the user's own copy of the installed samples, made on first use and kept
+// afterwards, and never the installed files.
+TEST_F(EntryPointEndToEnd, TheTestEntriesWorkOnTheUsersCopyOfTheSamples) {
+  const fs::path installed = dir.path() / "installed", home = dir.path() / "home";
+  fs::create_directories(installed);
+  for (const char* name : {"proyecto-psets.xml", "proyecto-qsets.xml", "mensajes.txt"})
+    fs::copy_file(file(name), installed / name);
+  qputenv("ORVANE_SAMPLES", installed.string().c_str());
+  qputenv("XDG_DATA_HOME", home.string().c_str());
+  const fs::path copy = home / "orvane" / "samples";
+  whenModalOpens("PropertiesSetView", [](QWidget& list) { press(list, "cancelButton"); });
+  prueba();
+  for (const char* name : {"proyecto-psets.xml", "proyecto-qsets.xml", "mensajes.txt"})
+    EXPECT_EQ(readBytes((copy / name).string()), readBytes((installed / name).string())) << name;
+  fs::resize_file(copy / "mensajes.txt", 0);  // the user's own change, which the next entry keeps
+  whenModalOpens("PropertiesSetView", [](QWidget& list) { press(list, "cancelButton"); });
+  pruebaQSet();
+  EXPECT_EQ(fs::file_size(copy / "mensajes.txt"), 0u);
+  qunsetenv("ORVANE_SAMPLES");
+  qunsetenv("XDG_DATA_HOME");
+}
+
 // Enter in the value grid moves down a row; it never presses OK, so no document is written.
 TEST_F(EntryPointEndToEnd, EnterInTheValueGridWritesNoFile) {
   const std::string definitions = file("proyecto-psets.xml"), object = file("objeto-psets.xml");
