@@ -5,6 +5,7 @@
 #include <cstring>
 #include <limits>
 
+#include "model/text_codec.h"
 #include "text.h"
 #include "tool_error.h"
 
@@ -14,86 +15,15 @@ namespace {
 
 constexpr const char* kCodePageKey = "windows-1252";
 
-// Windows-1252 bytes 0x80 to 0x9F; the rest of the code page is Latin-1, byte = code point.
-constexpr std::array<char32_t, 32> kWindows1252High{
-    0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021, 0x02C6, 0x2030, 0x0160,
-    0x2039, 0x0152, 0x008D, 0x017D, 0x008F, 0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022,
-    0x2013, 0x2014, 0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
+// The host's single-byte text as UTF-8, converted as the library converts it for the editors.
+std::string windows1252ToUtf8(const std::string& bytes) { return orvane::toUtf8(orvane::fromAnsi(bytes)); }
 
-// Strict UTF-8: no overlong forms, no surrogates, nothing above U+10FFFF.
-bool isUtf8(const std::string& text) {
-  std::size_t i = 0;
-  while (i < text.size()) {
-    const auto lead = static_cast<unsigned char>(text[i]);
-    std::size_t length = 0;
-    unsigned char low = 0x80, high = 0xBF;
-    if (lead < 0x80) length = 1;
-    else if (lead >= 0xC2 && lead <= 0xDF) length = 2;
-    else if (lead >= 0xE0 && lead <= 0xEF) {
-      length = 3;
-      if (lead == 0xE0) low = 0xA0;
-      if (lead == 0xED) high = 0x9F;
-    } else if (lead >= 0xF0 && lead <= 0xF4) {
-      length = 4;
-      if (lead == 0xF0) low = 0x90;
-      if (lead == 0xF4) high = 0x8F;
-    } else
-      return false;
-    if (i + length > text.size()) return false;
-    for (std::size_t k = 1; k < length; ++k) {
-      const auto byte = static_cast<unsigned char>(text[i + k]);
-      if (byte < (k == 1 ? low : 0x80) || byte > (k == 1 ? high : 0xBF)) return false;
-    }
-    i += length;
-  }
-  return true;
-}
-
-void appendUtf8(std::string& out, char32_t c) {
-  if (c < 0x80) {
-    out += static_cast<char>(c);
-  } else if (c < 0x800) {
-    out += static_cast<char>(0xC0 | (c >> 6));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  } else {
-    out += static_cast<char>(0xE0 | (c >> 12));
-    out += static_cast<char>(0x80 | ((c >> 6) & 0x3F));
-    out += static_cast<char>(0x80 | (c & 0x3F));
-  }
-}
-
-std::string windows1252ToUtf8(const std::string& bytes) {
-  std::string out;
-  for (const char byte : bytes) {
-    const auto b = static_cast<unsigned char>(byte);
-    appendUtf8(out, b >= 0x80 && b < 0xA0 ? kWindows1252High[b - 0x80] : char32_t{b});
-  }
-  return out;
-}
-
-// The one Windows-1252 byte for `c`, or -1 when the code page has none.
-int windows1252Byte(char32_t c) {
-  if (c < 0x80 || (c >= 0xA0 && c <= 0xFF)) return static_cast<int>(c);
-  for (std::size_t i = 0; i < kWindows1252High.size(); ++i)
-    if (kWindows1252High[i] == c) return static_cast<int>(0x80 + i);
-  return -1;
-}
-
+// The same bytes back from their UTF-8 form; a character the code page lacks is refused rather than
+// turned into the "?" a host would see.
 std::string utf8ToWindows1252(const std::string& text, const std::string& where) {
-  std::string out;
-  std::size_t i = 0;
-  while (i < text.size()) {
-    const auto lead = static_cast<unsigned char>(text[i]);
-    const std::size_t length = lead < 0x80 ? 1 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-    char32_t c = length == 1 ? lead : lead & (0xFF >> (length + 1));
-    for (std::size_t k = 1; k < length && i + k < text.size(); ++k)
-      c = (c << 6) | (static_cast<unsigned char>(text[i + k]) & 0x3F);
-    const int byte = windows1252Byte(c);
-    if (byte < 0) throw ToolError(where + ": a character that Windows-1252 does not have");
-    out += static_cast<char>(byte);
-    i += length;
-  }
-  return out;
+  std::string bytes = orvane::toAnsi(orvane::fromUtf8(text));
+  if (windows1252ToUtf8(bytes) != text) throw ToolError(where + ": a character that Windows-1252 does not have");
+  return bytes;
 }
 
 // ---- reading JSON values, each failure naming its place ----
@@ -359,7 +289,7 @@ void requireFormat(const Json& json, const char* format) {
 }  // namespace
 
 Json textToJson(const std::string& bytes) {
-  if (isUtf8(bytes)) return bytes;
+  if (orvane::isValidUtf8(bytes)) return bytes;
   return {{kCodePageKey, windows1252ToUtf8(bytes)}};
 }
 
