@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <cstdint>
@@ -64,13 +65,22 @@ bool writeAll(int fd, std::string_view bytes) {
 bool writeWithWindowsLineEnds(int fd, std::string_view text) {
   char chunk[kChunkSize];
   std::size_t used = 0;
-  for (char c : text) {
-    if (used + 2 > sizeof chunk) {
+  while (!text.empty()) {
+    const std::size_t lineFeed = text.find('\n');
+    const std::size_t plain = std::min(lineFeed == std::string_view::npos ? text.size() : lineFeed,
+                                       sizeof chunk - 2 - used);
+    std::memcpy(chunk + used, text.data(), plain);
+    used += plain;
+    text.remove_prefix(plain);
+    if (!text.empty() && text.front() == '\n') {
+      chunk[used++] = '\r';
+      chunk[used++] = '\n';
+      text.remove_prefix(1);
+    }
+    if (used + 2 >= sizeof chunk) {
       if (!writeAll(fd, std::string_view(chunk, used))) return false;
       used = 0;
     }
-    if (c == '\n') chunk[used++] = '\r';
-    chunk[used++] = c;
   }
   return writeAll(fd, std::string_view(chunk, used));
 }
@@ -118,6 +128,12 @@ std::string inFolder(const std::string& folder, const std::string& name) {
 }
 
 bool sameFile(const struct stat& a, const struct stat& b) { return a.st_dev == b.st_dev && a.st_ino == b.st_ino; }
+
+// True when `name` is, itself and not through a link, the file `file` describes.
+bool namesFile(const std::string& name, const struct stat& file) {
+  struct stat info {};
+  return ::lstat(name.c_str(), &info) == 0 && sameFile(info, file);
+}
 
 std::string procPathOf(int fd) { return "/proc/self/fd/" + std::to_string(fd); }
 
@@ -183,6 +199,18 @@ std::string pendingName(const std::string& target) {
   return inFolder(folderOf(target), "." + name + ".orvane-save");
 }
 
+// Gives the file open as `fd` the name `pending` as well, removing what a killed save left there.
+// Through /proc, or by the descriptor itself where there is no /proc (that needs a privilege).
+bool linkAsPending(int fd, const std::string& pending) {
+  for (int attempt = 0; attempt < 2; ++attempt) {
+    if (sys().linkat(AT_FDCWD, procPathOf(fd).c_str(), AT_FDCWD, pending.c_str(), AT_SYMLINK_FOLLOW) == 0 ||
+        (errno == ENOENT && sys().linkat(fd, "", AT_FDCWD, pending.c_str(), AT_EMPTY_PATH) == 0))
+      return true;
+    if (errno != EEXIST || sys().unlink(pending.c_str()) != 0) return false;
+  }
+  return false;
+}
+
 // The new contents of a file, written beside it and renamed over it when complete. Unnamed
 // (O_TMPFILE) where the file system allows it, so that a crash leaves nothing; elsewhere a hidden
 // name of its own (".doc.xml.1234-5.tmp") that is removed again unless renamed over the target.
@@ -231,19 +259,12 @@ class TemporaryFile {
     return -1;
   }
 
-  // Gives the unnamed file its pending name, removing what a killed save left there. Through
-  // /proc, or by the descriptor itself where there is no /proc (that needs a privilege).
+  // Gives the unnamed file its pending name.
   bool link() {
     const std::string pending = pendingName(target_);
-    for (int attempt = 0; attempt < 2; ++attempt) {
-      if (sys().linkat(AT_FDCWD, procPathOf(file_.get()).c_str(), AT_FDCWD, pending.c_str(), AT_SYMLINK_FOLLOW) == 0 ||
-          (errno == ENOENT && sys().linkat(file_.get(), "", AT_FDCWD, pending.c_str(), AT_EMPTY_PATH) == 0)) {
-        named_ = pending;
-        return true;
-      }
-      if (errno != EEXIST || sys().unlink(pending.c_str()) != 0) return false;
-    }
-    return false;
+    if (!linkAsPending(file_.get(), pending)) return false;
+    named_ = pending;
+    return true;
   }
 
   std::string target_;
@@ -296,15 +317,18 @@ bool keepAttributes(int from, const struct stat& info, int to) {
 
 // Writes what `fill` writes to a descriptor over the file at `target`, all or nothing: into a
 // temporary file that is renamed over it once complete and on disk. `model`, when there is one,
-// gives the file its attributes. kNotReplaceable: no temporary file could be made beside the
-// target (a folder the saver may not write) or it could not get the attributes; nothing changed.
+// gives the file its attributes. `beforeWriting` runs once the replacement is sure to be possible.
+// kNotReplaceable: no temporary file could be made beside the target (a folder the saver may not
+// write) or it could not get the attributes; nothing changed.
 enum class Replaced { kDone, kFailed, kNotReplaceable };
 
-template <class Fill>
-Replaced replaceFile(const std::string& target, const Descriptor* model, const struct stat& info, Fill fill) {
+template <class BeforeWriting, class Fill>
+Replaced replaceFile(const std::string& target, const Descriptor* model, const struct stat& info,
+                     BeforeWriting beforeWriting, Fill fill) {
   TemporaryFile temporary(target);
   if (!temporary.created()) return Replaced::kNotReplaceable;
   if (model != nullptr && !keepAttributes(model->get(), info, temporary.fd())) return Replaced::kNotReplaceable;
+  beforeWriting();
   if (!fill(temporary.fd()) || !temporary.commit()) return Replaced::kFailed;
   return syncFolder(folderOf(target)) ? Replaced::kDone : Replaced::kFailed;
 }
@@ -332,7 +356,6 @@ bool backupNameIsFree(const std::string& backup) {
 // the document's owner, group, mode and attributes as far as the saver may give them, or the older
 // backup as it was. True when the copy is complete and on disk.
 bool copyToBackup(int source, const struct stat& info, const std::string& backup) {
-  if (!backupNameIsFree(backup)) return false;
   TemporaryFile temporary(backup);
   if (!temporary.created()) return false;
   // The copy holds the document's bytes: where it cannot have the document's owner and attributes,
@@ -353,6 +376,48 @@ int openForBackup(const SaveTarget& target, struct stat& info) {
   return fd;
 }
 
+// Makes the old document itself the backup, when the new one is to arrive by rename: a second
+// name for the very file the save opened, made under a pending name and renamed over the backup's,
+// so that the backup is whole at every moment. The rename of the new document then leaves the old
+// under the backup's name alone. Nothing is copied and nothing is synced but the name. False where
+// the file system or the kernel's link protection refuses the link.
+bool linkToBackup(const SaveTarget& target, const std::string& backup) {
+  const std::string pending = pendingName(backup);
+  if (!linkAsPending(target.file.get(), pending)) return false;
+  if (sys().rename(pending.c_str(), backup.c_str()) != 0) {
+    sys().unlink(pending.c_str());
+    return false;
+  }
+  // The document's own folder is synced after its rename; a backup beside a link to it is elsewhere.
+  struct stat backupFolder {}, documentFolder {};
+  const bool sameFolder = ::stat(folderOf(backup).c_str(), &backupFolder) == 0 &&
+                          ::stat(folderOf(target.path).c_str(), &documentFolder) == 0 &&
+                          sameFile(backupFolder, documentFolder);
+  return sameFolder || syncFolder(folderOf(backup));
+}
+
+// The backup of the document a save replaces: linked when `mayLink` (the old file will not be
+// written again), copied otherwise. True when a whole backup is on disk.
+bool backUp(const SaveTarget& target, const std::string& backup, bool mayLink) {
+  if (mayLink && namesFile(backup, target.info)) return true;  // already its backup (a killed save)
+  if (!backupNameIsFree(backup)) return false;
+  if (mayLink && linkToBackup(target, backup)) return true;
+  struct stat info {};
+  Descriptor source(openForBackup(target, info));
+  return source.valid() && copyToBackup(source.get(), info, backup);
+}
+
+// A save killed after linking the old document to its backup's pending name, or to the backup's
+// name itself, leaves the document with a second name. Such names are no hard links of the user's:
+// they do not count, so that the document is still replaced rather than written in place. The
+// pending one goes; the backup stays, as the backup of that document.
+void forgetOwnLinks(SaveTarget& target, const std::string& backup) {
+  const std::string pending = pendingName(backup);
+  if (target.info.st_nlink > 1 && namesFile(pending, target.info) && sys().unlink(pending.c_str()) == 0)
+    --target.info.st_nlink;
+  if (target.info.st_nlink > 1 && namesFile(backup, target.info)) --target.info.st_nlink;
+}
+
 // The save: the backup (when asked for), then the new document in place of the old one, all or
 // nothing; in place only where a replacement could not keep the document's owner, attributes or
 // other hard links, or cannot be made in its folder, and then only after a whole backup is on disk.
@@ -361,19 +426,19 @@ bool save(const char* path, const ChunkProducer& produce, bool withBackup) {
   SaveTarget target;
   if (!openSaveTarget(path, target)) return false;
   const bool existed = target.file.valid() && !target.createdThroughLink;
-  bool backedUp = false;
-  if (withBackup && existed) {
-    struct stat info {};
-    Descriptor source(openForBackup(target, info));
-    backedUp = source.valid() && copyToBackup(source.get(), info, std::string(path) + ".bak");
-  }
+  const std::string backup = withBackup && existed ? std::string(path) + ".bak" : std::string();
+  if (!backup.empty()) forgetOwnLinks(target, backup);
   const auto fill = [&](int fd) {
     return produce([fd](std::string_view chunk) { return writeWithWindowsLineEnds(fd, chunk); });
   };
+  const auto backUpByLink = [&] {
+    if (!backup.empty()) backUp(target, backup, true);
+  };
   Replaced result = Replaced::kNotReplaceable;
   if (!existed || target.info.st_nlink == 1)
-    result = replaceFile(target.path, existed ? &target.file : nullptr, target.info, fill);
-  if (result == Replaced::kNotReplaceable && backedUp) return writeInPlace(target.file.get(), fill);
+    result = replaceFile(target.path, existed ? &target.file : nullptr, target.info, backUpByLink, fill);
+  if (result == Replaced::kNotReplaceable && !backup.empty() && backUp(target, backup, false))
+    return writeInPlace(target.file.get(), fill);
   if (result != Replaced::kDone && target.createdThroughLink) sys().unlink(target.path.c_str());
   return result == Replaced::kDone;
 }
@@ -400,8 +465,9 @@ void backupFile(const char* path) noexcept {
   try {
     if (path == nullptr) return;
     struct stat info {};
+    const std::string backup = std::string(path) + ".bak";
     Descriptor source(openRegularFile(path, info));
-    if (source.valid()) copyToBackup(source.get(), info, std::string(path) + ".bak");
+    if (source.valid() && backupNameIsFree(backup)) copyToBackup(source.get(), info, backup);
   } catch (...) {
     // Out of memory for a name: the save goes on without a backup, as with any failed copy.
   }

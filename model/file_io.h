@@ -58,9 +58,12 @@ bool writeTextFile(const char* path, std::string_view text);
 // memory. A producer that fails leaves the target as it was.
 bool writeTextFile(const char* path, const ChunkProducer& produce);
 
-// A document save: the backup of backupFile, then the replacing write of writeTextFile. A file
-// that cannot be replaced (see above) is written in place instead, keeping its links, owner and
-// attributes, but only once its whole backup is on disk; without one it is left as it was.
+// A document save: the backup, then the replacing write of writeTextFile. The backup follows the
+// rules of backupFile, but where the new document arrives by rename the old file itself becomes the
+// backup (a hard link renamed over path + ".bak", so nothing is copied), and a copy is made only
+// where the file system or the kernel's link protection refuses the link. A file that cannot be
+// replaced (see above) is written in place instead, keeping its links, owner and attributes, but
+// only once a whole copy of it is on disk as its backup; without one it is left as it was.
 bool saveDocument(const char* path, const ChunkProducer& produce);
 bool saveDocument(const char* path, std::string_view text);
 

@@ -46,16 +46,8 @@ class ChunkPrinter final : public tinyxml2::XMLPrinter {
   using XMLPrinter::Write;
 
   void Write(const char* data, std::size_t size) override {
-    while (size > 0 && accepted_) {
-      const void* found = std::memchr(data, '\r', size);
-      const std::size_t plain = found ? static_cast<std::size_t>(static_cast<const char*>(found) - data) : size;
-      chunk_.append(data, plain);
-      if (found) chunk_.append("&#13;");
-      const std::size_t taken = found ? plain + 1 : plain;
-      data += taken;
-      size -= taken;
-      if (chunk_.size() >= kChunkSize) flush();
-    }
+    chunk_.append(data, size);
+    if (chunk_.size() >= kChunkSize) flush();
   }
 
   void Putc(char c) override { Write(&c, 1); }
@@ -79,13 +71,27 @@ class ChunkPrinter final : public tinyxml2::XMLPrinter {
   }
 
  private:
+  // A carriage return in a text would come back as a line feed once the file's line ends are
+  // read: it goes out as a character reference. Searched once per chunk, not per printed piece.
   void flush() {
-    if (accepted_ && !chunk_.empty()) accepted_ = sink_(chunk_);
+    if (accepted_ && !chunk_.empty()) accepted_ = sink_(withCarriageReturnsEscaped());
     chunk_.clear();
+  }
+
+  std::string_view withCarriageReturnsEscaped() {
+    const std::size_t first = chunk_.find('\r');
+    if (first == std::string::npos) return chunk_;
+    escaped_.assign(chunk_, 0, first);
+    for (std::size_t at = first; at < chunk_.size(); ++at) {
+      if (chunk_[at] == '\r') escaped_.append("&#13;");
+      else escaped_.push_back(chunk_[at]);
+    }
+    return escaped_;
   }
 
   const ChunkSink& sink_;
   std::string chunk_;
+  std::string escaped_;
   bool accepted_ = true;
 };
 

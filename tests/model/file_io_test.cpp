@@ -159,6 +159,11 @@ FileFacts factsOf(const std::string& path) {
   return {readBytes(path), info.st_uid, info.st_gid, info.st_mode & 07777, info.st_nlink};
 }
 
+ino_t inodeOf(const std::string& path) {
+  struct stat info {};
+  return ::lstat(path.c_str(), &info) == 0 ? info.st_ino : 0;
+}
+
 std::string attributeOf(const std::string& path, const char* name) {
   char value[256];
   const ssize_t length = ::getxattr(path.c_str(), name, value, sizeof value);
@@ -181,10 +186,13 @@ struct SaveScene {
   std::string other = dir.file("other");  // a file the case may use: a victim, a second link
   bool withAttributes = false;            // the document has an ACL and an extended attribute
 
+  ino_t oldInode = 0;
+
   SaveScene() {
     ::chmod(dir.path().c_str(), 0777);  // the unprivileged saver may create files here
     writeBytes(path, "old");
     ::chmod(path.c_str(), 0644);
+    oldInode = inodeOf(path);
   }
   void own(const std::string& file, uid_t owner, gid_t group, mode_t mode) const {
     ASSERT_EQ(::chown(file.c_str(), owner, group), 0);
@@ -302,6 +310,18 @@ const SaveCase kSaveCases[] = {
        EXPECT_EQ(factsOf(s.other).bytes, "new");
        EXPECT_EQ(factsOf(s.path).links, 2u);
        EXPECT_EQ(factsOf(s.backup).bytes, "old");
+     }},
+    {"the second names a killed save gave the old document are no links of the user's", false,
+     [](SaveScene& s) {
+       ASSERT_EQ(::link(s.path.c_str(), (s.dir.path() / ".doc.xml.bak.orvane-save").c_str()), 0);
+       ASSERT_EQ(::link(s.path.c_str(), s.backup.c_str()), 0);
+     },
+     [](const SaveScene& s, bool saved) {
+       EXPECT_TRUE(saved);
+       EXPECT_EQ(factsOf(s.path).bytes, "new");
+       EXPECT_EQ(factsOf(s.backup).bytes, "old");
+       EXPECT_EQ(inodeOf(s.backup), s.oldInode);  // not written in place: the old file is the backup
+       EXPECT_EQ(factsOf(s.backup).links, 1u);
      }},
     {"a FIFO at the backup's name is replaced by the backup", false,
      [](SaveScene& s) { ASSERT_EQ(::mkfifo(s.backup.c_str(), 0666), 0); },
