@@ -69,7 +69,7 @@ void setName(char (&field)[N], std::string_view name) noexcept {
 inline void setName(std::string_view& view, std::string_view name) noexcept { view = name; }
 
 // A list of sets (each with a `name` and a list of members reached through `Members`) with an
-// index of the sets and, made the first time a set's members are searched, one of its members.
+// index of the sets and, for a set with many members, one of its members.
 // The list may only grow through this object while it lives, so the indices stay true. A name kept
 // as a view must outlive the object.
 template <class Set, class Member, std::vector<Member> Set::*Members>
@@ -102,28 +102,40 @@ class IndexedSets {
 
   // The first member of set `set` named `name`, or null.
   Member* findMember(std::size_t set, std::string_view name) {
-    std::optional<std::size_t> found = membersOf(set).find(name);
-    return found ? &(sets_[set].*Members)[*found] : nullptr;
+    std::vector<Member>& members = sets_[set].*Members;
+    if (const MemberIndex* index = memberIndex(set)) {
+      const std::optional<std::size_t> found = index->find(name);
+      return found ? &members[*found] : nullptr;
+    }
+    for (Member& member : members)
+      if (FoldedEqual()(nameText(member.name), name)) return &member;
+    return nullptr;
   }
 
   void appendMember(std::size_t set, const Member& member) {
-    MemberIndex& index = membersOf(set);
+    MemberIndex* index = memberIndex(set);
     std::vector<Member>& members = sets_[set].*Members;
     members.push_back(member);
-    index.add(nameText(members.back().name), members.size() - 1);
+    if (index != nullptr) index->add(nameText(members.back().name), members.size() - 1);
   }
 
  private:
-  MemberIndex& membersOf(std::size_t set) {
+  // A set's members are searched in order until it holds this many: a document's sets hold tens of
+  // entries, and below this a walk is faster than a hash index, which costs an allocation a member.
+  static constexpr std::size_t kIndexedFrom = 32;
+
+  // The index of a set's members, made the first time it is asked for once the set is large
+  // enough; null for a smaller set.
+  MemberIndex* memberIndex(std::size_t set) {
     if (member_indices_.size() <= set) member_indices_.resize(sets_.size());
     std::unique_ptr<MemberIndex>& index = member_indices_[set];
-    if (!index) {
+    const std::vector<Member>& members = sets_[set].*Members;
+    if (!index && members.size() >= kIndexedFrom) {
       index = std::make_unique<MemberIndex>();
-      const std::vector<Member>& members = sets_[set].*Members;
       index->reserve(members.size());
       for (std::size_t i = 0; i < members.size(); ++i) index->add(nameText(members[i].name), i);
     }
-    return *index;
+    return index.get();
   }
 
   std::vector<Set>& sets_;
