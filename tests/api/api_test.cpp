@@ -6,6 +6,7 @@
 #include <cfloat>
 #include <cstring>
 #include <filesystem>
+#include <functional>
 #include <regex>
 #include <sstream>
 #include <string>
@@ -248,31 +249,46 @@ TEST(SetPropiedadesFichero, MergesRecordsIntoTheDocumentAndWritesThePartialOne) 
   EXPECT_EQ(propertiesOf(partial).at(1), "A.p 2 0 0 'segundo' enum '' unit 0 desc '' rule ''");
 }
 
-TEST(SetPropiedadesFichero, CountsSavesAndNullArguments) {
+// What each merge returns for counts, saves and null arguments, and what the document and the
+// second file (partial document or output) then hold: their names in file order, "same" for the
+// document as it was, "none" for no file.
+TEST(FlatExchange, MergeCountsSavesAndNullArguments) {
   TempDir dir;
-  const std::string doc = dir.file("p.xml"), partial = dir.file("partial.xml"), fresh = dir.file("new.xml");
-  const std::string original = psetFile("", propertySet("S", property("a", "String", "1")));
-  const FlatPropertyRecord record = prop(2, "N", "b", "2");
-  const struct { const char *path, *partial; const FlatPropertyRecord* records; int count, save, result; Lines saved, written; } rows[] = {
-      {doc.c_str(), partial.c_str(), nullptr, 0, 0, 1, {}, {}},
-      {doc.c_str(), partial.c_str(), nullptr, -1, 1, 1, {"S", "a"}, {}},
-      {doc.c_str(), partial.c_str(), &record, 1, 0, 1, {}, {"N", "b"}},
-      {fresh.c_str(), partial.c_str(), &record, 1, 1, 1, {"N", "b"}, {"N", "b"}},  // no document yet
-      {nullptr, partial.c_str(), &record, 1, 1, 0, {}, {}},
-      {doc.c_str(), partial.c_str(), nullptr, 1, 1, 0, {}, {}},
-      {doc.c_str(), nullptr, &record, 1, 1, 0, {}, {}},
+  const std::string p = dir.file("p.xml"), q = dir.file("q.xml"), second = dir.file("second.xml"), fresh = dir.file("new.xml");
+  const FlatPropertyRecord aProperty = prop(2, "N", "b", "2");
+  const FlatQuantityRecord aQuantity = qty(1, "N", "q", 1.0);
+  const auto merge = [&](const std::string& path, const char* out, const FlatPropertyRecord* records, int count, int save) {
+    return [=] { return setPropiedadesFichero(path.empty() ? nullptr : path.c_str(), out, records, count, save); };
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(testing::Message() << (row.path ? row.path : "null") << " count " << row.count << " save " << row.save);
-    writeBytes(doc, original);
-    for (const std::string& file : {partial, fresh, doc + ".bak"}) fs::remove(file);
-    EXPECT_EQ(setPropiedadesFichero(row.path, row.partial, row.records, row.count, row.save), row.result);
-    if (row.saved.empty()) {
-      EXPECT_TRUE(readBytes(doc) == original && !fs::exists(doc + ".bak"));
-    } else {
-      EXPECT_EQ(namesIn(row.path), row.saved);
-    }
-    EXPECT_EQ(fs::exists(partial) ? namesIn(partial) : Lines{"(none)"}, row.written.empty() ? Lines{"(none)"} : row.written);
+  const auto add = [&](const char* path, const char* out, const FlatQuantityRecord* records, int count) {
+    return [=] { return setCuantificadoresFichero(path, out, records, count); };
+  };
+  const struct { std::function<int()> call; int result; std::string document; Lines saved, written; } rows[] = {
+      {merge(p, second.c_str(), nullptr, 0, 0), 1, p, {"same"}, {"none"}},
+      {merge(p, second.c_str(), nullptr, -1, 1), 1, p, {"S", "a"}, {"none"}},
+      {merge(p, second.c_str(), &aProperty, 1, 0), 1, p, {"same"}, {"N", "b"}},
+      {merge(fresh, second.c_str(), &aProperty, 1, 1), 1, fresh, {"N", "b"}, {"N", "b"}},  // no document yet
+      {merge("", second.c_str(), &aProperty, 1, 1), 0, p, {"same"}, {"none"}},
+      {merge(p, second.c_str(), nullptr, 1, 1), 0, p, {"same"}, {"none"}},
+      {merge(p, nullptr, &aProperty, 1, 1), 0, p, {"same"}, {"none"}},
+      {add(q.c_str(), second.c_str(), nullptr, 0), 1, q, {"A", "q", "b", "q"}, {}},  // sorted; an empty output
+      {add(nullptr, second.c_str(), &aQuantity, 1), 0, q, {"same"}, {"none"}},
+      {add(q.c_str(), nullptr, &aQuantity, 1), 0, q, {"same"}, {"none"}},
+      {add(q.c_str(), second.c_str(), nullptr, 1), 0, q, {"same"}, {"none"}}};
+  const std::string psets = psetFile("", propertySet("S", property("a", "String", "1"))),
+                    qsets = qsetFile("", "", quantitySet("b", quantity("q", "IfcAreaMeasure", "1")) +
+                                                 quantitySet("A", quantity("q", "IfcAreaMeasure", "2")));
+  for (std::size_t i = 0; i < std::size(rows); ++i) {
+    SCOPED_TRACE(i);
+    writeBytes(p, psets);
+    writeBytes(q, qsets);
+    for (const std::string& file : {second, fresh, p + ".bak", q + ".bak", second + ".bak"}) fs::remove(file);
+    const std::string& document = rows[i].document;
+    EXPECT_EQ(rows[i].call(), rows[i].result);
+    const bool same = readBytes(document) == (document == q ? qsets : psets) && !fs::exists(document + ".bak");
+    EXPECT_EQ(same ? Lines{"same"} : namesIn(document), rows[i].saved);
+    EXPECT_EQ(fs::exists(second) ? namesIn(second) : Lines{"none"}, rows[i].written);
+    EXPECT_FALSE(fs::exists(second + ".bak"));  // written once, over nothing
   }
 }
 
@@ -348,26 +364,6 @@ TEST(SetCuantificadoresFichero, AddsWhatIsMissingAndWritesTheNamedSetsToTheOutpu
   EXPECT_EQ(quantitiesOf(out), (Lines{"Acera.Superficie 1 1 exported desc ''", "Walls.Area 1 12.5 exported desc ''",
                                       "Walls.Largo 0 4 exported desc ''", "Zona.Volumen 2 7 exported desc ''"}));
   EXPECT_EQ(readBytes(out + ".bak"), readBytes(out));  // written twice: its backup holds the new contents too
-}
-
-TEST(SetCuantificadoresFichero, CountZeroAndNullArguments) {
-  TempDir dir;
-  const std::string original = qsetFile("", "", quantitySet("b", quantity("q", "IfcAreaMeasure", "1")) +
-                                                    quantitySet("A", quantity("q", "IfcAreaMeasure", "2")));
-  const std::string path = dir.write("q.xml", original), out = dir.file("out.xml");
-  const FlatQuantityRecord record = qty(1, "S", "q", 1.0);
-  const struct { const char *path, *out; const FlatQuantityRecord* records; int count, result; } rows[] = {
-      {nullptr, out.c_str(), &record, 1, 0}, {path.c_str(), nullptr, &record, 1, 0},
-      {path.c_str(), out.c_str(), nullptr, 1, 0}};
-  for (const auto& row : rows) {
-    EXPECT_EQ(setCuantificadoresFichero(row.path, row.out, row.records, row.count), row.result);
-    EXPECT_TRUE(readBytes(path) == original && !fs::exists(out) && !fs::exists(path + ".bak"));
-  }
-  // No records: the document is written back sorted, the output gets an empty document, once.
-  ASSERT_EQ(setCuantificadoresFichero(path.c_str(), out.c_str(), nullptr, 0), 1);
-  EXPECT_EQ(namesIn(path), (Lines{"A", "q", "b", "q"}));
-  EXPECT_EQ(quantitiesOf(out), Lines{});
-  EXPECT_FALSE(fs::exists(out + ".bak"));
 }
 
 // Literals of a type found ignoring case, each cut at 511 bytes, at most maxValues, up to a null buffer.
@@ -515,24 +511,21 @@ TEST(HandleDocument, NullArgumentsMissingSetsAndFilesThatDoNotLoadGiveTheFailure
 // A C++ host saves, loads, copies and deletes (through the exported virtual destructor) both documents.
 TEST(ExportedClasses, BothDocumentsRoundTripThroughTheSharedLibrary) {
   TempDir dir;
-  CIfcProyectPSet properties;
-  std::strcpy(properties.propertySets.emplace_back().name, "Muros");
-  std::strcpy(properties.propertySets[0].properties.emplace_back().name, "Altura");
-  ASSERT_EQ(properties.graba(dir.file("p.xml").c_str()), 1);
-  auto* loaded = new CIfcProyectPSet;
-  ASSERT_EQ(loaded->lee(dir.file("p.xml").c_str()), 1);
-  const CIfcProyectPSet copy(*loaded);
-  delete loaded;
-  ASSERT_EQ(copy.propertySets.size(), 1u);
-  EXPECT_STREQ(copy.propertySets[0].properties.at(0).name, "Altura");
-  CIfcProyectQSet quantities;
-  std::strcpy(quantities.quantitySets.emplace_back().name, "Ejes");
-  quantities.quantitySets[0].quantities.emplace_back().value = 3.25;
-  ASSERT_EQ(quantities.graba(dir.file("q.xml").c_str()), 1);
-  CIfcProyectQSet again;
-  ASSERT_EQ(again.lee(dir.file("q.xml").c_str()), 1);
-  ASSERT_EQ(again.quantitySets.size(), 1u);
-  EXPECT_DOUBLE_EQ(again.quantitySets[0].quantities.at(0).value, 3.25);
+  auto* properties = new CIfcProyectPSet;
+  std::strcpy(properties->propertySets.emplace_back().name, "Muros");
+  std::strcpy(properties->propertySets[0].properties.emplace_back().name, "Altura");
+  ASSERT_EQ(properties->graba(dir.file("p.xml").c_str()), 1);
+  const CIfcProyectPSet copy(*properties);
+  delete properties;
+  EXPECT_EQ(propertiesOf(dir.file("p.xml")), (Lines{"Muros ''", "Muros.Altura 0 0 0 '' enum '' unit 0 desc '' rule ''"}));
+  EXPECT_STREQ(copy.propertySets.at(0).properties.at(0).name, "Altura");
+  auto* quantities = new CIfcProyectQSet;
+  std::strcpy(quantities->quantitySets.emplace_back().name, "Ejes");
+  std::strcpy(quantities->quantitySets[0].quantities.emplace_back().name, "Largo");
+  ASSERT_EQ(quantities->graba(dir.file("q.xml").c_str()), 1);
+  const CIfcProyectQSet again(std::move(*quantities));
+  delete quantities;
+  EXPECT_EQ(quantitiesOf(dir.file("q.xml")).size(), again.quantitySets.size());
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
-// A host without any display calls the editor entry points: each writes why to stderr and returns
-// as if the user had cancelled, changing no file, and the process goes on.
+// A host without any display calls the editor entry points: each says why on stderr and returns as
+// if the user had cancelled, changing no file. (orvane edit and assign check the same through the
+// tool; here are the results each entry gives and the reasons it names.)
 #include <gtest/gtest.h>
 #include <unistd.h>
 
@@ -45,7 +46,6 @@ TEST(HeadlessEditors, EveryEntryReturnsAsIfCancelledAndSaysWhy) {
   });
   for (const char* says : {"the editors need a display", "DISPLAY is not set", "xvfb-run"})
     EXPECT_NE(message.find(says), std::string::npos) << message;
-  EXPECT_EQ(readBytes(defs), psetFile("", propertySet("Muros")));
   EXPECT_EQ(dir.names(), (std::set<std::string>{"defs.xml", "q.xml", "stderr.txt"}));
 
   ::setenv("DISPLAY", ":97", 1);  // a local display no X server runs is not tried
