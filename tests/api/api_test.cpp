@@ -7,6 +7,7 @@
 #include <cstring>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <regex>
 #include <sstream>
 #include <string>
@@ -160,8 +161,8 @@ TEST(FlatExchange, ReadsGiveNoMoreThanTheyMay) {
                    qsetFile("", "", quantitySet("S", "")));
 }
 
-// Each row is a property of the file and the record it gives. The file holds the sets in reverse,
-// so the records show sets sorted ignoring case and properties in the file's order.
+// Each row is a property of the file and the record it gives, in the order the records come: sets
+// sorted ignoring case, properties in the file's order.
 TEST(GetPropiedadesFichero, WritesEachValueTypeAsTextAndNothingMore) {
   std::string enye;
   for (int i = 0; i < 150; ++i) enye += "\xC3\xB1";  // 300 bytes: cut at 254, as 255 would split a character
@@ -179,15 +180,10 @@ TEST(GetPropiedadesFichero, WritesEachValueTypeAsTextAndNothingMore) {
       {"B", "Largo", "String", enye, 2, cut.c_str(), nullptr, 2},
       {std::string(300, 'S'), "Nombre", "String", "x", 2, "x", nullptr, 2},
   };
+  std::map<std::string, std::string, std::greater<>> members;  // sets in the file: a, SSS, B
+  for (const auto& row : rows) members[row.set] += property(row.name, row.word, row.value, row.attributes);
   std::string sets;
-  for (std::size_t i = 0; i < std::size(rows);) {
-    std::string members;
-    std::size_t j = i;
-    for (; j < std::size(rows) && rows[j].set == rows[i].set; ++j)
-      members += property(rows[j].name, rows[j].word, rows[j].value, rows[j].attributes);
-    sets = propertySet(rows[i].set, members) + sets;
-    i = j;
-  }
+  for (const auto& [set, properties] : members) sets += propertySet(set, properties);
   TempDir dir;
   auto records = hostRecords<FlatPropertyRecord>(std::size(rows));
   ASSERT_EQ(getPropiedadesFichero(dir.write("p.xml", psetFile("", sets)).c_str(), records.data(), 99),
@@ -204,6 +200,9 @@ TEST(GetPropiedadesFichero, WritesEachValueTypeAsTextAndNothingMore) {
     EXPECT_EQ(record.unit, row.unit);
   }
 }
+
+// Texts that fill their fields have no terminator: merges read them to the field's end, no further.
+const std::string s256(256, 'S'), n256(256, 'N'), v256(256, 'V');
 
 // One merge of every kind of record into a document with sets, an enumerated type and a relation.
 TEST(SetPropiedadesFichero, MergesRecordsIntoTheDocumentAndWritesThePartialOne) {
@@ -227,7 +226,7 @@ TEST(SetPropiedadesFichero, MergesRecordsIntoTheDocumentAndWritesThePartialOne) 
       prop(2, "Muro", "Texto", "Hormigon"),  prop(3, "Muro", "Color", "Verde", 0, "Otro"),
       prop(4, "Muro", "Portante", "Yes"),    prop(5, "Muro", "Fecha", "2030-01-01"),
       prop(3, "Z", "Color", "Rojo", 0, "Colores"), prop(0, "c", "n", "3"),
-      prop(2, "A", "p", "primero"),          prop(2, "a", "P", "segundo")};
+      prop(2, "A", "p", "primero"),          prop(2, "a", "P", "segundo"), prop(2, s256, n256, v256, 0, std::string(256, 'E'))};
   ASSERT_EQ(setPropiedadesFichero(path.c_str(), partial.c_str(), records.data(), static_cast<int>(records.size()), 1), 1);
 
   // Existing properties keep name, rule, optional flag and enumerated type; new sets go last.
@@ -240,12 +239,12 @@ TEST(SetPropiedadesFichero, MergesRecordsIntoTheDocumentAndWritesThePartialOne) 
       "Muro.Texto 2 0 0 'Hormigon' enum '' unit 0 desc '' rule ''",
       "Muro.Color 3 0 0 'Verde' enum 'Colores' unit 0 desc '' rule 'r2'",
       "Muro.Portante 4 0 0 '' enum '' unit 0 desc '' rule ''", "Muro.Fecha 5 0 0 '' enum '' unit 0 desc '' rule ''",
-      "Z ''", "Z.Color 3 0 0 'Rojo' enum 'Colores' unit 0 desc '' rule ''"}));
+      s256 + " ''", s256 + '.' + n256 + " 2 0 0 '" + v256 + "' enum '' unit 0 desc '' rule ''", "Z ''", "Z.Color 3 0 0 'Rojo' enum 'Colores' unit 0 desc '' rule ''"}));
   EXPECT_EQ(namesIn(path), (Lines{"Colores", "C", "x", "n", "Muro", "Entero", "Real", "Referencia", "Texto", "Color",
-                                  "Portante", "Fecha", "Z", "Color", "A", "p", "Muro"}));
+                                  "Portante", "Fecha", "Z", "Color", "A", "p", s256, n256, "Muro"}));
   // The partial document: the types, then the named sets as first named, with the named properties only.
   EXPECT_EQ(namesIn(partial), (Lines{"Colores", "MURO", "ENTERO", "Real", "Referencia", "Texto", "Color", "Portante",
-                                     "Fecha", "Z", "Color", "c", "n", "A", "p"}));
+                                     "Fecha", "Z", "Color", "c", "n", "A", "p", s256, n256}));
   EXPECT_EQ(propertiesOf(partial).at(1), "A.p 2 0 0 'segundo' enum '' unit 0 desc '' rule ''");
 }
 
@@ -304,33 +303,16 @@ TEST(SetPropiedadesFichero, UpdatesTheFirstOfSetsAndPropertiesThatDifferOnlyInCa
   EXPECT_EQ(propertiesOf(path), expected);
 }
 
-// Texts that fill their fields have no terminator: they are read to the field's end and no further.
-TEST(FlatExchange, MergesReadHostTextsOnlyToTheirFieldsEnd) {
-  TempDir dir;
-  const std::string s(256, 'S'), n(256, 'N'), v(256, 'V');
-  const FlatPropertyRecord property = prop(2, s, n, v, 0, std::string(256, 'E'));
-  ASSERT_EQ(setPropiedadesFichero(dir.file("p.xml").c_str(), dir.file("pp.xml").c_str(), &property, 1, 1), 1);
-  EXPECT_EQ(propertiesOf(dir.file("p.xml")), (Lines{s + " ''", s + '.' + n + " 2 0 0 '" + v + "' enum '' unit 0 desc '' rule ''"}));
-  const FlatQuantityRecord quantity = qty(2, s, n, 5.0);
-  ASSERT_EQ(setCuantificadoresFichero(dir.file("q.xml").c_str(), dir.file("qq.xml").c_str(), &quantity, 1), 1);
-  EXPECT_EQ(quantitiesOf(dir.file("q.xml")), Lines{s + '.' + n + " 2 5 exported desc ''"});
-}
-
-// Rows in the order the records come; the file holds the sets in reverse. The host's padding and
-// the bytes after each name stay its own.
+// Rows in the order the records come. The host's padding and the bytes after each name stay its own.
 TEST(GetCuantificadoresFichero, GivesEveryQuantityInSortedSetOrder) {
   const struct { std::string set, name, kind, value; int32_t measure; double number; } rows[] = {
       {"A", "a1", "IfcVolumeMeasure", "3", 2, 3.0}, {"A", "a2", "IfcAreaMeasure", "4.25", 1, 4.25},
       {"b", "b1", "IfcLengthMeasure", "1", 0, 1.0}, {std::string(400, 'S'), std::string(300, 'Q'), "IfcAreaMeasure", "1.5", 1, 1.5}};
+  std::map<std::string, std::string, std::greater<>> members;  // sets in the file: b, SSS, A
+  for (std::size_t i = 0; i < std::size(rows); ++i)
+    members[rows[i].set] += quantity(rows[i].name, rows[i].kind, rows[i].value, i == 1 ? "No" : "Yes");  // exported or not
   std::string sets;
-  for (std::size_t i = 0; i < std::size(rows);) {
-    std::string members;
-    std::size_t j = i;
-    for (; j < std::size(rows) && rows[j].set == rows[i].set; ++j)
-      members += quantity(rows[j].name, rows[j].kind, rows[j].value, j == 1 ? "No" : "Yes");  // exported or not
-    sets = quantitySet(rows[i].set, members) + sets;
-    i = j;
-  }
+  for (const auto& [set, quantities] : members) sets += quantitySet(set, quantities);
   TempDir dir;
   auto records = hostRecords<FlatQuantityRecord>(std::size(rows));
   ASSERT_EQ(getCuantificadoresFichero(dir.write("q.xml", qsetFile("", "", sets)).c_str(), records.data(), 9), 4);
@@ -354,14 +336,15 @@ TEST(SetCuantificadoresFichero, AddsWhatIsMissingAndWritesTheNamedSetsToTheOutpu
   const std::string out = dir.write("out.xml", "earlier output");
   const std::vector<FlatQuantityRecord> records = {qty(1, "Walls", "Area", 12.5), qty(2, "Zona", "Volumen", 7.0),
                                                    qty(0, "WALLS", "Largo", 4.0), qty(1, "zona", "VOLUMEN", 9.0),
-                                                   qty(1, "Acera", "Superficie", 1.0)};
+                                                   qty(1, "Acera", "Superficie", 1.0), qty(2, s256, n256, 5.0)};
   ASSERT_EQ(setCuantificadoresFichero(path.c_str(), out.c_str(), records.data(), static_cast<int>(records.size())), 1);
+  const std::string longOne = s256 + '.' + n256 + " 2 5 exported desc ''";
   EXPECT_EQ(quantitiesOf(path), (Lines{"type IfcLengthMeasure", "object Muro", "Acera.Superficie 1 1 exported desc ''",
-                                       "otro.o 1 1 exported desc 'd'", "walls.area 1 3 desc 'd'",
+                                       "otro.o 1 1 exported desc 'd'", longOne, "walls.area 1 3 desc 'd'",
                                        "walls.Largo 0 4 exported desc ''", "Zona.Volumen 2 7 exported desc ''"}));
-  EXPECT_EQ(namesIn(path), (Lines{"otro", "o", "walls", "area", "Largo", "Zona", "Volumen", "Acera", "Superficie"}));
-  EXPECT_EQ(namesIn(out), (Lines{"Walls", "Area", "Largo", "Zona", "Volumen", "Acera", "Superficie"}));
-  EXPECT_EQ(quantitiesOf(out), (Lines{"Acera.Superficie 1 1 exported desc ''", "Walls.Area 1 12.5 exported desc ''",
+  EXPECT_EQ(namesIn(path), (Lines{"otro", "o", "walls", "area", "Largo", "Zona", "Volumen", "Acera", "Superficie", s256, n256}));
+  EXPECT_EQ(namesIn(out), (Lines{"Walls", "Area", "Largo", "Zona", "Volumen", "Acera", "Superficie", s256, n256}));
+  EXPECT_EQ(quantitiesOf(out), (Lines{"Acera.Superficie 1 1 exported desc ''", longOne, "Walls.Area 1 12.5 exported desc ''",
                                       "Walls.Largo 0 4 exported desc ''", "Zona.Volumen 2 7 exported desc ''"}));
   EXPECT_EQ(readBytes(out + ".bak"), readBytes(out));  // written twice: its backup holds the new contents too
 }
@@ -413,8 +396,9 @@ void* loadSample(const TempDir& dir) {
 std::string orNull(const char* text) { return text != nullptr ? text : "(null)"; }
 
 // Numbers from Integer and Real properties only, texts from String and Enumerated ones; an index
-// outside its list gives the failure results.
-TEST(HandleDocument, EachCallByTypeAndIndex) {
+// outside its list gives the failure results. New sets go last and take the new properties; a
+// search by name, ignoring case, stays in the first set that matches.
+TEST(HandleDocument, EachCallByTypeIndexAndName) {
   TempDir dir;
   void* doc = loadSample(dir);
   ASSERT_NE(doc, nullptr);
@@ -432,24 +416,16 @@ TEST(HandleDocument, EachCallByTypeAndIndex) {
     EXPECT_EQ(getValorPropiedadDoble(doc, row.set, row.property), row.number);
     EXPECT_EQ(orNull(getValorPropiedadStr(doc, row.set, row.property)), row.text);
   }
-  for (const auto& [set, name] : {std::pair{0, "C"}, {1, "Pset_A"}, {2, "(null)"}, {-1, "(null)"}})  // sorted on load
-    EXPECT_EQ(orNull(getPset(doc, set)), name);
-  liberaIfcProyectPset(doc);
-}
-
-// New sets go last and take the new properties; a name search stays in the first set that matches.
-TEST(HandleDocument, NewSetsGoLastAndNamesAreFoundIgnoringCase) {
-  TempDir dir;
-  void* doc = loadSample(dir);
   ASSERT_NE(nuevoPSet(doc, "c"), nullptr);
   ASSERT_NE(nuevaPropiedadStr(doc, "X", "otro"), nullptr);
   ASSERT_NE(nuevaPropiedadStr(doc, "solo", "aqui"), nullptr);
-  EXPECT_STREQ(getPset(doc, 2), "c");
+  for (const auto& [set, name] : {std::pair{0, "C"}, {1, "Pset_A"}, {2, "c"}, {3, "(null)"}, {-1, "(null)"}})
+    EXPECT_EQ(orNull(getPset(doc, set)), name);
   EXPECT_STREQ(getNombrePropiedad(doc, 2, 1), "solo");
-  const struct { const char *set, *property, *text; } rows[] = {
+  const struct { const char *set, *property, *text; } named[] = {
       {"PSET_A", "texto", "Ladrillo"}, {"c", "x", "en C"},     {"C", "solo", "(null)"}, {"Pset_A", "Portante", "(null)"},
       {"Pset_B", "Texto", "(null)"},   {"Pset_A", "Nada", "(null)"}, {nullptr, "Texto", "(null)"}, {"Pset_A", nullptr, "(null)"}};
-  for (const auto& row : rows)
+  for (const auto& row : named)
     EXPECT_EQ(orNull(getValorPropiedadStr2(doc, row.set, row.property)), row.text) << orNull(row.set) << orNull(row.property);
   liberaIfcProyectPset(doc);
 }
