@@ -218,6 +218,7 @@ struct ExportCase {
   Project (*project)(const TempDir&);
   std::size_t sets, members;  // the sets with members, and those members
 };
+void PrintTo(const ExportCase& row, std::ostream* out) { *out << row.name; }
 
 class Exports : public testing::TestWithParam<ExportCase> {};
 
@@ -235,11 +236,11 @@ TEST_P(Exports, ValidFilesStatingTheSameSetsEachTime) {
 
 INSTANTIATE_TEST_SUITE_P(Projects, Exports,
                          testing::Values(ExportCase{"Samples", sampleProject, 6, 18},
-                                         ExportCase{"Ifc4Library", ifc4Project, 395, 2159},
-                                         ExportCase{"AwkwardNames", awkwardProject, 4, 22}),
+                                         ExportCase{"Ifc4Library", ifc4Project, 395, 2159}),
                          [](const auto& row) { return std::string(row.param.name); });
 
-// What each awkward definition becomes, and the notes on what could not be exported as it stands.
+// What each awkward definition becomes, and the notes on what could not be exported as it stands
+// (the statements are written out here, so the projects above need only agree with each other).
 TEST(Exports, AwkwardDefinitionsAsEachFileStatesThem) {
   if (!fs::exists(ORVANE_IDS_XSD)) GTEST_SKIP() << "no ids.xsd at " ORVANE_IDS_XSD " (the shared reference data)";
   TempDir dir;
