@@ -1,0 +1,507 @@
+// The exported calls and the two document classes through liborvane.so, as hosts use them: one row
+// per documented result. Files, saves and backups themselves are the model's tests.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cfloat>
+#include <cstring>
+#include <filesystem>
+#include <functional>
+#include <map>
+#include <regex>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "orvane/orvane.h"
+#include "support/documents.h"
+#include "support/temp_dir.h"
+
+using namespace orvane::test;
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+
+namespace {
+
+constexpr unsigned char kHost = 0x5A;  // what the host left in its records, so written bytes show
+
+template <class Record>
+std::vector<Record> hostRecords(std::size_t count) {
+  std::vector<Record> records(count);
+  std::memset(static_cast<void*>(records.data()), kHost, count * sizeof(Record));
+  return records;
+}
+
+bool untouched(const void* from, std::size_t size) {
+  const auto* bytes = static_cast<const unsigned char*>(from);
+  return std::all_of(bytes, bytes + size, [](unsigned char b) { return b == kHost; });
+}
+
+// Whether `field` holds `text` with its terminator and the host's bytes after it; null: the host's only.
+template <std::size_t N>
+bool holds(const char (&field)[N], const char* text) {
+  if (text == nullptr) return untouched(field, N);
+  const std::size_t length = std::strlen(text);
+  return std::string(field) == text && length < N && untouched(field + length + 1, N - length - 1);
+}
+
+// A host's text at the start of `field`; one that fills the field gets no terminator.
+template <std::size_t N>
+void put(char (&field)[N], std::string_view text) {
+  std::memcpy(field, text.data(), std::min(text.size(), N));
+  if (text.size() < N) field[text.size()] = '\0';
+}
+
+FlatPropertyRecord prop(int32_t type, std::string_view set, std::string_view name, std::string_view value,
+                        int32_t unit = 0, std::string_view enumName = "") {
+  FlatPropertyRecord record = hostRecords<FlatPropertyRecord>(1)[0];
+  record.valueType = type;
+  record.unit = unit;
+  put(record.setName, set);
+  put(record.propertyName, name);
+  put(record.valueText, value);
+  put(record.enumName, enumName);
+  return record;
+}
+
+FlatQuantityRecord qty(int32_t kind, std::string_view set, std::string_view name, double value) {
+  FlatQuantityRecord record = hostRecords<FlatQuantityRecord>(1)[0];
+  record.measureType = kind;
+  put(record.setName, set);
+  put(record.quantityName, name);
+  record.value = value;
+  return record;
+}
+
+std::string quantity(const std::string& name, const std::string& kind, const std::string& value,
+                     const std::string& exported = "Yes") {
+  return "<QuantityName Name=\"" + name + "\" TypeQuorsel=\"" + kind + "\" Export=\"" + exported +
+         "\"><Description>d</Description><Value>" + value + "</Value></QuantityName>";
+}
+
+std::string quantitySet(const std::string& name, const std::string& quantities) {
+  return "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"\">" + quantities + "</QuantitySet>";
+}
+
+// The names of a file's types, sets, members and relations in the order the file holds them.
+Lines namesIn(const std::string& path) {
+  static const std::regex name(" (?:Name|PSet)=\"([^\"]*)\"");
+  const std::string text = readBytes(path);
+  Lines names;
+  for (std::sregex_iterator it(text.begin(), text.end(), name), end; it != end; ++it) names.push_back((*it)[1]);
+  return names;
+}
+
+// "Muro.Entero 0 12 0 '' enum '' unit 3 optional desc '' rule 'r1'": type, int, real, text, ...
+std::string fields(const CIfcPropertySet& set, const CIfcPropertyName& p) {
+  std::ostringstream out;
+  out << set.name << '.' << p.name << ' ' << p.valueType << ' ' << p.intValue << ' ' << p.realValue << " '"
+      << p.textValue << "' enum '" << p.enumName << "' unit " << p.unit << (p.optional ? " optional" : "")
+      << " desc '" << p.description << "' rule '" << p.rule << "'";
+  return out.str();
+}
+
+// A loaded document as lines: "Set 'description'", then one line per member.
+Lines propertiesOf(const std::string& path) {
+  CIfcProyectPSet doc;
+  EXPECT_EQ(doc.lee(path.c_str()), 1) << path;
+  Lines lines;
+  for (const CIfcPropertySet& set : doc.propertySets) {
+    lines.push_back(std::string(set.name) + " '" + set.description + "'");
+    for (const CIfcPropertyName& p : set.properties) lines.push_back(fields(set, p));
+  }
+  return lines;
+}
+
+Lines quantitiesOf(const std::string& path) {
+  CIfcProyectQSet doc;
+  EXPECT_EQ(doc.lee(path.c_str()), 1) << path;
+  Lines lines;
+  for (const auto& type : doc.types) lines.push_back("type " + std::string(type.name));
+  for (const auto& object : doc.objects) lines.push_back("object " + std::string(object.name));
+  for (const CIfcQuantitySet& set : doc.quantitySets)
+    for (const CIfcQuantityName& q : set.quantities) {
+      std::ostringstream line;
+      line << set.name << '.' << q.name << ' ' << q.measureType << ' ' << q.value << (q.exported ? " exported" : "")
+           << " desc '" << q.description << "'";
+      lines.push_back(line.str());
+    }
+  return lines;
+}
+
+// ---- Flat exchange -------------------------------------------------------------------------------
+
+// maxRecords bounds what is written; no room, a missing, malformed or memberless file or a null
+// argument gives nothing, and a record not written keeps every host byte.
+template <class Record>
+void expectReadLimits(int (*get)(const char*, Record*, int), const std::string& twoMembers, const std::string& none) {
+  TempDir dir;
+  const std::string two = dir.write("two.xml", twoMembers), empty = dir.write("none.xml", none),
+                    broken = dir.write("broken.xml", "<a><b>"), missing = dir.file("missing.xml");
+  auto records = hostRecords<Record>(2);
+  const struct { const char* path; Record* records; int max, filled; } rows[] = {
+      {two.c_str(), records.data(), 0, 0}, {two.c_str(), records.data(), -3, 0}, {two.c_str(), nullptr, 1, 0},
+      {nullptr, records.data(), 1, 0},     {missing.c_str(), records.data(), 1, 0},
+      {broken.c_str(), records.data(), 1, 0}, {empty.c_str(), records.data(), 1, 0},
+      {two.c_str(), records.data(), 1, 1}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::Message() << (row.path ? row.path : "null") << " max " << row.max);
+    EXPECT_EQ(get(row.path, row.records, row.max), row.filled);
+    EXPECT_TRUE(untouched(&records[row.filled], sizeof(Record)));
+  }
+}
+
+TEST(FlatExchange, ReadsGiveNoMoreThanTheyMay) {
+  expectReadLimits(getPropiedadesFichero,
+                   psetFile("", propertySet("S", property("p1", "String", "1") + property("p2", "String", "2"))),
+                   psetFile("", propertySet("S")));
+  expectReadLimits(getCuantificadoresFichero,
+                   qsetFile("", "", quantitySet("S", quantity("q1", "IfcAreaMeasure", "1") +
+                                                         quantity("q2", "IfcAreaMeasure", "2"))),
+                   qsetFile("", "", quantitySet("S", "")));
+}
+
+// Each row is a property of the file and the record it gives, in the order the records come: sets
+// sorted ignoring case, properties in the file's order.
+TEST(GetPropiedadesFichero, WritesEachValueTypeAsTextAndNothingMore) {
+  std::string enye;
+  for (int i = 0; i < 150; ++i) enye += "\xC3\xB1";  // 300 bytes: cut at 254, as 255 would split a character
+  const std::string cut = enye.substr(0, 254), yes = "Optional=\"Yes\" Unit=\"m\" Rule=\"r\"";
+  const struct { std::string set, name, word, value; int32_t type; const char *text, *enumName; int32_t unit;
+                 std::string attributes = "Optional=\"No\" Unit=\"m2\" Rule=\"\""; } rows[] = {
+      {"a", "Entero", "Integer", "-7", 0, "-7", nullptr, 1, yes},
+      {"a", "Real", "Real", "2.5", 1, "2.500", nullptr, 2},
+      {"a", "Referencia", "Integer", "Ejes.Ancho$", 0, "0", nullptr, 2},  // its number field
+      {"B", "Texto", "String", "Ladrillo", 2, "Ladrillo", nullptr, 2},
+      {"B", "Color", "Colores", "Azul", 3, "Azul", "Colores", 2},
+      {"B", "Portante", "Boolean", "Yes", 4, nullptr, nullptr, 2},
+      {"B", "Fecha", "DateTime", "2026-11-21", 5, nullptr, nullptr, 2},
+      {"B", "Enorme", "Real", "1e308", 1, "1e+308", nullptr, 2},  // "%0.3lf" would not fit
+      {"B", "Largo", "String", enye, 2, cut.c_str(), nullptr, 2},
+      {std::string(300, 'S'), "Nombre", "String", "x", 2, "x", nullptr, 2},
+  };
+  std::map<std::string, std::string, std::greater<>> members;  // sets in the file: a, SSS, B
+  for (const auto& row : rows) members[row.set] += property(row.name, row.word, row.value, row.attributes);
+  std::string sets;
+  for (const auto& [set, properties] : members) sets += propertySet(set, properties);
+  TempDir dir;
+  auto records = hostRecords<FlatPropertyRecord>(std::size(rows));
+  ASSERT_EQ(getPropiedadesFichero(dir.write("p.xml", psetFile("", sets)).c_str(), records.data(), 99),
+            static_cast<int>(std::size(rows)));
+  for (std::size_t i = 0; i < std::size(rows); ++i) {
+    const auto& row = rows[i];
+    const FlatPropertyRecord& record = records[i];
+    SCOPED_TRACE(row.name);
+    EXPECT_EQ(record.valueType, row.type);
+    EXPECT_TRUE(holds(record.setName, row.set.substr(0, 255).c_str()));
+    EXPECT_TRUE(holds(record.propertyName, row.name.c_str()));
+    EXPECT_TRUE(holds(record.valueText, row.text)) << record.valueText;
+    EXPECT_TRUE(holds(record.enumName, row.enumName));
+    EXPECT_EQ(record.unit, row.unit);
+  }
+}
+
+// Texts that fill their fields have no terminator: merges read them to the field's end, no further.
+const std::string s256(256, 'S'), n256(256, 'N'), v256(256, 'V');
+
+// One merge of every kind of record into a document with sets, an enumerated type and a relation.
+TEST(SetPropiedadesFichero, MergesRecordsIntoTheDocumentAndWritesThePartialOne) {
+  TempDir dir;
+  const std::string path = dir.write(
+      "p.xml",
+      psetFile("<TypeEnum Name=\"Colores\" Description=\"\"><Elements><Element Value=\"1\">Rojo</Element>"
+               "</Elements></TypeEnum>",
+               propertySet("C", property("x", "String", "1")) +
+                   propertySet("Muro", property("Entero", "Integer", "-7", "Optional=\"Yes\" Unit=\"m\" Rule=\"r1\"") +
+                                           property("Real", "Real", "2.5", "Optional=\"No\" Unit=\"m2\" Rule=\"\"") +
+                                           property("Referencia", "Integer", "Ejes.Ancho$") +
+                                           property("Texto", "String", "Ladrillo") +
+                                           property("Color", "Colores", "Azul", "Optional=\"No\" Unit=\"\" Rule=\"r2\"") +
+                                           property("Portante", "Boolean", "Yes") +
+                                           property("Fecha", "DateTime", "2026-11-21")),
+               "<RelationIfcElementWithPSet PSet=\"Muro\" Object=\"IfcWall\"/>"));
+  const std::string partial = dir.file("partial.xml");
+  const std::vector<FlatPropertyRecord> records = {
+      prop(0, "MURO", "ENTERO", "12abc", 3), prop(1, "Muro", "Real", "1.23456"), prop(0, "Muro", "Referencia", "5"),
+      prop(2, "Muro", "Texto", "Hormigon"),  prop(3, "Muro", "Color", "Verde", 0, "Otro"),
+      prop(4, "Muro", "Portante", "Yes"),    prop(5, "Muro", "Fecha", "2030-01-01"),
+      prop(3, "Z", "Color", "Rojo", 0, "Colores"), prop(0, "c", "n", "3"),
+      prop(2, "A", "p", "primero"),          prop(2, "a", "P", "segundo"), prop(2, s256, n256, v256, 0, std::string(256, 'E'))};
+  ASSERT_EQ(setPropiedadesFichero(path.c_str(), partial.c_str(), records.data(), static_cast<int>(records.size()), 1), 1);
+
+  // Existing properties keep name, rule, optional flag and enumerated type; new sets go last.
+  EXPECT_EQ(propertiesOf(path), (Lines{
+      "A ''", "A.p 2 0 0 'segundo' enum '' unit 0 desc '' rule ''",
+      "C ''", "C.x 2 0 0 '1' enum '' unit 0 desc 'd' rule ''", "C.n 0 3 0 '' enum '' unit 0 desc '' rule ''",
+      "Muro ''", "Muro.Entero 0 12 0 '' enum '' unit 3 optional desc '' rule 'r1'",
+      "Muro.Real 1 0 1.235 '' enum '' unit 0 desc '' rule ''",
+      "Muro.Referencia 0 5 0 '' enum '' unit 0 desc '' rule ''",
+      "Muro.Texto 2 0 0 'Hormigon' enum '' unit 0 desc '' rule ''",
+      "Muro.Color 3 0 0 'Verde' enum 'Colores' unit 0 desc '' rule 'r2'",
+      "Muro.Portante 4 0 0 '' enum '' unit 0 desc '' rule ''", "Muro.Fecha 5 0 0 '' enum '' unit 0 desc '' rule ''",
+      s256 + " ''", s256 + '.' + n256 + " 2 0 0 '" + v256 + "' enum '' unit 0 desc '' rule ''", "Z ''", "Z.Color 3 0 0 'Rojo' enum 'Colores' unit 0 desc '' rule ''"}));
+  EXPECT_EQ(namesIn(path), (Lines{"Colores", "C", "x", "n", "Muro", "Entero", "Real", "Referencia", "Texto", "Color",
+                                  "Portante", "Fecha", "Z", "Color", "A", "p", s256, n256, "Muro"}));
+  // The partial document: the types, then the named sets as first named, with the named properties only.
+  EXPECT_EQ(namesIn(partial), (Lines{"Colores", "MURO", "ENTERO", "Real", "Referencia", "Texto", "Color", "Portante",
+                                     "Fecha", "Z", "Color", "c", "n", "A", "p", s256, n256}));
+  EXPECT_EQ(propertiesOf(partial).at(1), "A.p 2 0 0 'segundo' enum '' unit 0 desc '' rule ''");
+}
+
+// What each merge returns for counts, saves and null arguments, and what the document and the
+// second file (partial document or output) then hold: their names in file order, "same" for the
+// document as it was, "none" for no file.
+TEST(FlatExchange, MergeCountsSavesAndNullArguments) {
+  TempDir dir;
+  const std::string p = dir.file("p.xml"), q = dir.file("q.xml"), second = dir.file("second.xml"), fresh = dir.file("new.xml");
+  const FlatPropertyRecord aProperty = prop(2, "N", "b", "2");
+  const FlatQuantityRecord aQuantity = qty(1, "N", "q", 1.0);
+  const auto merge = [&](const std::string& path, const char* out, const FlatPropertyRecord* records, int count, int save) {
+    return [=] { return setPropiedadesFichero(path.empty() ? nullptr : path.c_str(), out, records, count, save); };
+  };
+  const auto add = [&](const char* path, const char* out, const FlatQuantityRecord* records, int count) {
+    return [=] { return setCuantificadoresFichero(path, out, records, count); };
+  };
+  const struct { std::function<int()> call; int result; std::string document; Lines saved, written; } rows[] = {
+      {merge(p, second.c_str(), nullptr, 0, 0), 1, p, {"same"}, {"none"}},
+      {merge(p, second.c_str(), nullptr, -1, 1), 1, p, {"S", "a"}, {"none"}},
+      {merge(p, second.c_str(), &aProperty, 1, 0), 1, p, {"same"}, {"N", "b"}},
+      {merge(fresh, second.c_str(), &aProperty, 1, 1), 1, fresh, {"N", "b"}, {"N", "b"}},  // no document yet
+      {merge("", second.c_str(), &aProperty, 1, 1), 0, p, {"same"}, {"none"}},
+      {merge(p, second.c_str(), nullptr, 1, 1), 0, p, {"same"}, {"none"}},
+      {merge(p, nullptr, &aProperty, 1, 1), 0, p, {"same"}, {"none"}},
+      {add(q.c_str(), second.c_str(), nullptr, 0), 1, q, {"A", "q", "b", "q"}, {}},  // sorted; an empty output
+      {add(nullptr, second.c_str(), &aQuantity, 1), 0, q, {"same"}, {"none"}},
+      {add(q.c_str(), nullptr, &aQuantity, 1), 0, q, {"same"}, {"none"}},
+      {add(q.c_str(), second.c_str(), nullptr, 1), 0, q, {"same"}, {"none"}}};
+  const std::string psets = psetFile("", propertySet("S", property("a", "String", "1"))),
+                    qsets = qsetFile("", "", quantitySet("b", quantity("q", "IfcAreaMeasure", "1")) +
+                                                 quantitySet("A", quantity("q", "IfcAreaMeasure", "2")));
+  for (std::size_t i = 0; i < std::size(rows); ++i) {
+    SCOPED_TRACE(i);
+    writeBytes(p, psets);
+    writeBytes(q, qsets);
+    for (const std::string& file : {second, fresh, p + ".bak", q + ".bak", second + ".bak"}) fs::remove(file);
+    const std::string& document = rows[i].document;
+    EXPECT_EQ(rows[i].call(), rows[i].result);
+    const bool same = readBytes(document) == (document == q ? qsets : psets) && !fs::exists(document + ".bak");
+    EXPECT_EQ(same ? Lines{"same"} : namesIn(document), rows[i].saved);
+    EXPECT_EQ(fs::exists(second) ? namesIn(second) : Lines{"none"}, rows[i].written);
+    EXPECT_FALSE(fs::exists(second + ".bak"));  // written once, over nothing
+  }
+}
+
+TEST(SetPropiedadesFichero, UpdatesTheFirstOfSetsAndPropertiesThatDifferOnlyInCase) {
+  TempDir dir;
+  const std::string path = dir.write("p.xml", psetFile("", propertySet("Muros", property("Alto", "String", "1") +
+                                                                                    property("ALTO", "String", "2")) +
+                                                               propertySet("MUROS", property("alto", "String", "3"))));
+  Lines expected = propertiesOf(path);  // the order of the two sets after loading is not fixed
+  const FlatPropertyRecord record = prop(2, "muros", "alto", "nuevo");
+  ASSERT_EQ(setPropiedadesFichero(path.c_str(), dir.file("partial.xml").c_str(), &record, 1, 1), 1);
+  expected[1] = expected[1].substr(0, expected[1].find(' ')) + " 2 0 0 'nuevo' enum '' unit 0 desc '' rule ''";
+  EXPECT_EQ(propertiesOf(path), expected);
+}
+
+// Rows in the order the records come. The host's padding and the bytes after each name stay its own.
+TEST(GetCuantificadoresFichero, GivesEveryQuantityInSortedSetOrder) {
+  const struct { std::string set, name, kind, value; int32_t measure; double number; } rows[] = {
+      {"A", "a1", "IfcVolumeMeasure", "3", 2, 3.0}, {"A", "a2", "IfcAreaMeasure", "4.25", 1, 4.25},
+      {"b", "b1", "IfcLengthMeasure", "1", 0, 1.0}, {std::string(400, 'S'), std::string(300, 'Q'), "IfcAreaMeasure", "1.5", 1, 1.5}};
+  std::map<std::string, std::string, std::greater<>> members;  // sets in the file: b, SSS, A
+  for (std::size_t i = 0; i < std::size(rows); ++i)
+    members[rows[i].set] += quantity(rows[i].name, rows[i].kind, rows[i].value, i == 1 ? "No" : "Yes");  // exported or not
+  std::string sets;
+  for (const auto& [set, quantities] : members) sets += quantitySet(set, quantities);
+  TempDir dir;
+  auto records = hostRecords<FlatQuantityRecord>(std::size(rows));
+  ASSERT_EQ(getCuantificadoresFichero(dir.write("q.xml", qsetFile("", "", sets)).c_str(), records.data(), 9), 4);
+  for (std::size_t i = 0; i < std::size(rows); ++i) {
+    SCOPED_TRACE(rows[i].name.substr(0, 10));
+    EXPECT_TRUE(holds(records[i].setName, rows[i].set.substr(0, 255).c_str()));
+    EXPECT_TRUE(holds(records[i].quantityName, rows[i].name.substr(0, 255).c_str()));
+    EXPECT_EQ(records[i].measureType, rows[i].measure);
+    EXPECT_EQ(records[i].value, rows[i].number);
+    EXPECT_TRUE(untouched(records[i].reserved, sizeof records[i].reserved));
+  }
+}
+
+// The merge only adds; the output holds the named sets with the records' quantities only.
+TEST(SetCuantificadoresFichero, AddsWhatIsMissingAndWritesTheNamedSetsToTheOutput) {
+  TempDir dir;
+  const std::string path = dir.write(
+      "q.xml", qsetFile("<TypeQuorsel>IfcLengthMeasure</TypeQuorsel>", "<ObjectQuorsel>Muro</ObjectQuorsel>",
+                        quantitySet("walls", quantity("area", "IfcAreaMeasure", "3.0", "No")) +
+                            quantitySet("otro", quantity("o", "IfcAreaMeasure", "1"))));
+  const std::string out = dir.write("out.xml", "earlier output");
+  const std::vector<FlatQuantityRecord> records = {qty(1, "Walls", "Area", 12.5), qty(2, "Zona", "Volumen", 7.0),
+                                                   qty(0, "WALLS", "Largo", 4.0), qty(1, "zona", "VOLUMEN", 9.0),
+                                                   qty(1, "Acera", "Superficie", 1.0), qty(2, s256, n256, 5.0)};
+  ASSERT_EQ(setCuantificadoresFichero(path.c_str(), out.c_str(), records.data(), static_cast<int>(records.size())), 1);
+  const std::string longOne = s256 + '.' + n256 + " 2 5 exported desc ''";
+  EXPECT_EQ(quantitiesOf(path), (Lines{"type IfcLengthMeasure", "object Muro", "Acera.Superficie 1 1 exported desc ''",
+                                       "otro.o 1 1 exported desc 'd'", longOne, "walls.area 1 3 desc 'd'",
+                                       "walls.Largo 0 4 exported desc ''", "Zona.Volumen 2 7 exported desc ''"}));
+  EXPECT_EQ(namesIn(path), (Lines{"otro", "o", "walls", "area", "Largo", "Zona", "Volumen", "Acera", "Superficie", s256, n256}));
+  EXPECT_EQ(namesIn(out), (Lines{"Walls", "Area", "Largo", "Zona", "Volumen", "Acera", "Superficie", s256, n256}));
+  EXPECT_EQ(quantitiesOf(out), (Lines{"Acera.Superficie 1 1 exported desc ''", longOne, "Walls.Area 1 12.5 exported desc ''",
+                                      "Walls.Largo 0 4 exported desc ''", "Zona.Volumen 2 7 exported desc ''"}));
+  EXPECT_EQ(readBytes(out + ".bak"), readBytes(out));  // written twice: its backup holds the new contents too
+}
+
+// Literals of a type found ignoring case, each cut at 511 bytes, at most maxValues, up to a null buffer.
+TEST(GetEnumerados, CopiesTheTypesLiteralsAndNothingMore) {
+  TempDir dir;
+  const std::string path = dir.write(
+      "p.xml", psetFile("<TypeEnum Name=\"Colores\" Description=\"\"><Elements><Element Value=\"1\">Rojo</Element>"
+                        "<Element Value=\"2\">Azul</Element><Element Value=\"3\">Verde</Element></Elements></TypeEnum>"
+                        "<TypeEnum Name=\"Largo\" Description=\"\"><Elements><Element Value=\"1\">" +
+                            std::string(700, 'L') + "</Element></Elements></TypeEnum>",
+                        ""));
+  const std::string cut(511, 'L');
+  const struct { const char *path, *type; bool buffers; int max, nullAt, copied; Lines literals; } rows[] = {
+      {path.c_str(), "COLORES", true, 4, -1, 3, {"Rojo", "Azul", "Verde"}}, {path.c_str(), "colores", true, 2, -1, 2, {"Rojo", "Azul"}},
+      {path.c_str(), "Colores", true, 4, 1, 1, {"Rojo"}},                   {path.c_str(), "Largo", true, 1, -1, 1, {cut}},
+      {path.c_str(), "colores", true, 0, -1, 0, {}},  {path.c_str(), "colores", true, -1, -1, 0, {}},
+      {path.c_str(), "Tamanos", true, 4, -1, 0, {}},  {nullptr, "Colores", true, 4, -1, 0, {}},
+      {path.c_str(), nullptr, true, 4, -1, 0, {}},    {path.c_str(), "Colores", false, 4, -1, 0, {}}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::Message() << (row.type ? row.type : "null") << " max " << row.max);
+    char buffers[4][600];
+    char* pointers[4] = {buffers[0], buffers[1], buffers[2], buffers[3]};
+    std::memset(buffers, kHost, sizeof buffers);
+    if (row.nullAt >= 0) pointers[row.nullAt] = nullptr;
+    std::string pathText = row.path ? row.path : "", type = row.type ? row.type : "";
+    EXPECT_EQ(getEnumerados(row.path ? pathText.data() : nullptr, row.type ? type.data() : nullptr,
+                            row.buffers ? pointers : nullptr, row.max),
+              row.copied);
+    for (std::size_t i = 0; i < 4; ++i)
+      EXPECT_TRUE(holds(buffers[i], i < row.literals.size() ? row.literals[i].c_str() : nullptr)) << i;
+  }
+}
+
+// ---- The document handle ------------------------------------------------------------------------
+
+// One set of every value type, beside a set that sorts before it.
+void* loadSample(const TempDir& dir) {
+  return cargaIfcProyectPSet(dir.write(
+      "p.xml", psetFile("", propertySet("Pset_A", property("Entero", "Integer", "7", "Optional=\"No\" Unit=\"m3\" Rule=\"\"") +
+                                                      property("Real", "Real", "2.5") + property("Texto", "String", "Ladrillo") +
+                                                      property("Color", "Colores", "Rojo") + property("Portante", "Boolean", "Yes") +
+                                                      property("Fecha", "DateTime", "2026-11-21") +
+                                                      property("Referencia", "Integer", "Ejes.Ancho$")) +
+                                propertySet("C", property("x", "String", "en C")))).c_str());
+}
+
+std::string orNull(const char* text) { return text != nullptr ? text : "(null)"; }
+
+// Numbers from Integer and Real properties only, texts from String and Enumerated ones; an index
+// outside its list gives the failure results. New sets go last and take the new properties; a
+// search by name, ignoring case, stays in the first set that matches.
+TEST(HandleDocument, EachCallByTypeIndexAndName) {
+  TempDir dir;
+  void* doc = loadSample(dir);
+  ASSERT_NE(doc, nullptr);
+  const struct { int set, property; const char* name; int unit; double number; const char* text; } rows[] = {
+      {1, 0, "Entero", 3, 7.0, "(null)"},       {1, 1, "Real", 0, 2.5, "(null)"},
+      {1, 2, "Texto", 0, DBL_MAX, "Ladrillo"},  {1, 3, "Color", 0, DBL_MAX, "Rojo"},
+      {1, 4, "Portante", 0, DBL_MAX, "(null)"}, {1, 5, "Fecha", 0, DBL_MAX, "(null)"},
+      {1, 6, "Referencia", 0, 0.0, "(null)"},   {1, 7, "(null)", 0, DBL_MAX, "(null)"},
+      {1, -1, "(null)", 0, DBL_MAX, "(null)"},  {2, 0, "(null)", 0, DBL_MAX, "(null)"},
+      {-1, 0, "(null)", 0, DBL_MAX, "(null)"},  {0, 1, "(null)", 0, DBL_MAX, "(null)"}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(testing::Message() << "set " << row.set << ", property " << row.property);
+    EXPECT_EQ(orNull(getNombrePropiedad(doc, row.set, row.property)), row.name);
+    EXPECT_EQ(getUnidadPropiedad(doc, row.set, row.property), row.unit);
+    EXPECT_EQ(getValorPropiedadDoble(doc, row.set, row.property), row.number);
+    EXPECT_EQ(orNull(getValorPropiedadStr(doc, row.set, row.property)), row.text);
+  }
+  ASSERT_NE(nuevoPSet(doc, "c"), nullptr);
+  ASSERT_NE(nuevaPropiedadStr(doc, "X", "otro"), nullptr);
+  ASSERT_NE(nuevaPropiedadStr(doc, "solo", "aqui"), nullptr);
+  for (const auto& [set, name] : {std::pair{0, "C"}, {1, "Pset_A"}, {2, "c"}, {3, "(null)"}, {-1, "(null)"}})
+    EXPECT_EQ(orNull(getPset(doc, set)), name);
+  EXPECT_STREQ(getNombrePropiedad(doc, 2, 1), "solo");
+  const struct { const char *set, *property, *text; } named[] = {
+      {"PSET_A", "texto", "Ladrillo"}, {"c", "x", "en C"},     {"C", "solo", "(null)"}, {"Pset_A", "Portante", "(null)"},
+      {"Pset_B", "Texto", "(null)"},   {"Pset_A", "Nada", "(null)"}, {nullptr, "Texto", "(null)"}, {"Pset_A", nullptr, "(null)"}};
+  for (const auto& row : named)
+    EXPECT_EQ(orNull(getValorPropiedadStr2(doc, row.set, row.property)), row.text) << orNull(row.set) << orNull(row.property);
+  liberaIfcProyectPset(doc);
+}
+
+// Each record is checked before the next call, which may move it.
+TEST(HandleDocument, NewRecordsAreFilledAsTheHostExpectsAndCutTo511Bytes) {
+  void* doc = nuevoIfcProyectPSet();
+  const auto* set = static_cast<CIfcPropertySet*>(nuevoPSet(doc, "Muros"));
+  ASSERT_NE(set, nullptr);
+  EXPECT_EQ(std::string(set->name) + " '" + set->description + "'", "Muros ''");
+  const auto expectFields = [&](void* property, const char* expected) {
+    ASSERT_NE(property, nullptr);
+    EXPECT_EQ(fields(*set, *static_cast<const CIfcPropertyName*>(property)), expected);
+  };
+  expectFields(nuevaPropiedadEntera(doc, "Plantas", -7), "Muros.Plantas 0 -7 0 '' enum '' unit 0 desc '' rule ''");
+  expectFields(nuevaPropiedadDoble(doc, "Altura", 2.75), "Muros.Altura 1 0 2.75 '' enum '' unit 0 desc '' rule ''");
+  expectFields(nuevaPropiedadStr(doc, "Acabado", "Liso"), "Muros.Acabado 2 0 0 'Liso' enum '' unit 0 desc '' rule ''");
+  ASSERT_NE(nuevoPSet(doc, std::string(600, 'S').c_str()), nullptr);
+  ASSERT_NE(nuevaPropiedadStr(doc, std::string(600, 'P').c_str(), std::string(600, 'V').c_str()), nullptr);
+  EXPECT_EQ(orNull(getPset(doc, 1)) + orNull(getNombrePropiedad(doc, 1, 0)) + orNull(getValorPropiedadStr(doc, 1, 0)),
+            std::string(511, 'S') + std::string(511, 'P') + std::string(511, 'V'));
+  liberaIfcProyectPset(doc);
+}
+
+TEST(HandleDocument, NullArgumentsMissingSetsAndFilesThatDoNotLoadGiveTheFailureResults) {
+  TempDir dir;
+  liberaIfcProyectPset(nullptr);
+  EXPECT_EQ(cargaIfcProyectPSet(nullptr), nullptr);
+  for (const std::string& path : {dir.file("missing.xml"), dir.write("broken.xml", "<PropertySetsBIM><PropertiesSet>"),
+                                  dir.write("other.xml", "<?xml version=\"1.0\"?><QuantitiesSetQuorsel/>")})
+    EXPECT_EQ(cargaIfcProyectPSet(path.c_str()), nullptr) << path;
+  EXPECT_EQ(nuevoPSet(nullptr, "S"), nullptr);
+  EXPECT_EQ(nuevaPropiedadEntera(nullptr, "a", 1), nullptr);
+  EXPECT_EQ(nuevaPropiedadDoble(nullptr, "a", 1.0), nullptr);
+  EXPECT_EQ(nuevaPropiedadStr(nullptr, "a", "x"), nullptr);
+  EXPECT_EQ(getPset(nullptr, 0), nullptr);
+  EXPECT_EQ(getNombrePropiedad(nullptr, 0, 0), nullptr);
+  EXPECT_EQ(getUnidadPropiedad(nullptr, 0, 0), 0);
+  EXPECT_EQ(getValorPropiedadDoble(nullptr, 0, 0), DBL_MAX);
+  EXPECT_EQ(getValorPropiedadStr(nullptr, 0, 0), nullptr);
+  EXPECT_EQ(getValorPropiedadStr2(nullptr, "S", "a"), nullptr);
+  EXPECT_EQ(guardaIfcProyectPset(nullptr, dir.file("never.xml").c_str()), 0);
+  void* doc = nuevoIfcProyectPSet();
+  EXPECT_EQ(nuevaPropiedadEntera(doc, "a", 1), nullptr);  // no set to hold it
+  EXPECT_EQ(nuevaPropiedadDoble(doc, "b", 1.0), nullptr);
+  EXPECT_EQ(nuevaPropiedadStr(doc, "c", "x"), nullptr);
+  EXPECT_EQ(nuevoPSet(doc, nullptr), nullptr);
+  EXPECT_EQ(getPset(doc, 0), nullptr);  // nothing was appended
+  ASSERT_NE(nuevoPSet(doc, "S"), nullptr);
+  EXPECT_EQ(nuevaPropiedadStr(doc, "a", nullptr), nullptr);
+  EXPECT_EQ(nuevaPropiedadStr(doc, nullptr, "x"), nullptr);
+  EXPECT_EQ(nuevaPropiedadDoble(doc, nullptr, 1.0), nullptr);
+  EXPECT_EQ(getNombrePropiedad(doc, 0, 0), nullptr);
+  EXPECT_EQ(guardaIfcProyectPset(doc, nullptr), 0);
+  EXPECT_TRUE(dir.names().count("never.xml") == 0);
+  liberaIfcProyectPset(doc);
+}
+
+// A C++ host saves, loads, copies and deletes (through the exported virtual destructor) both documents.
+TEST(ExportedClasses, BothDocumentsRoundTripThroughTheSharedLibrary) {
+  TempDir dir;
+  auto* properties = new CIfcProyectPSet;
+  std::strcpy(properties->propertySets.emplace_back().name, "Muros");
+  std::strcpy(properties->propertySets[0].properties.emplace_back().name, "Altura");
+  ASSERT_EQ(properties->graba(dir.file("p.xml").c_str()), 1);
+  const CIfcProyectPSet copy(*properties);
+  delete properties;
+  EXPECT_EQ(propertiesOf(dir.file("p.xml")), (Lines{"Muros ''", "Muros.Altura 0 0 0 '' enum '' unit 0 desc '' rule ''"}));
+  EXPECT_STREQ(copy.propertySets.at(0).properties.at(0).name, "Altura");
+  auto* quantities = new CIfcProyectQSet;
+  std::strcpy(quantities->quantitySets.emplace_back().name, "Ejes");
+  std::strcpy(quantities->quantitySets[0].quantities.emplace_back().name, "Largo");
+  ASSERT_EQ(quantities->graba(dir.file("q.xml").c_str()), 1);
+  const CIfcProyectQSet again(std::move(*quantities));
+  delete quantities;
+  EXPECT_EQ(quantitiesOf(dir.file("q.xml")).size(), again.quantitySets.size());
+}
+
+}  // namespace
