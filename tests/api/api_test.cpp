@@ -349,6 +349,32 @@ TEST(SetCuantificadoresFichero, AddsWhatIsMissingAndWritesTheNamedSetsToTheOutpu
   EXPECT_EQ(readBytes(out + ".bak"), readBytes(out));  // written twice: its backup holds the new contents too
 }
 
+// Large sets are searched through an index, small ones in order: either way the first member of a
+// name (ignoring case) is the one found, before and after a set grows past the index's threshold.
+TEST(SetCuantificadoresFichero, FindsTheFirstMemberOfANameInSetsOfAnySize) {
+  TempDir dir;
+  std::string big;
+  Lines inDocument{"big"}, inOutput{"BIG", "Q35", "extra", "nuevo"};
+  std::vector<FlatQuantityRecord> records{qty(1, "BIG", "Q35", 99), qty(1, "big", "extra", 1), qty(1, "Big", "EXTRA", 2)};
+  for (int i = 0; i < 40; ++i) {
+    big += quantity("q" + std::to_string(i), "IfcAreaMeasure", "1");
+    inDocument.push_back("q" + std::to_string(i));
+    records.push_back(qty(2, "nuevo", "n" + std::to_string(i), i));
+    inOutput.push_back("n" + std::to_string(i));
+  }
+  for (const char* again : {"N39", "n31", "N32", "n0"}) records.push_back(qty(2, "nuevo", again, -1));
+  inDocument.push_back("extra");
+  inDocument.insert(inDocument.end(), inOutput.begin() + 3, inOutput.end());
+  const std::string path = dir.write("q.xml", qsetFile("", "", quantitySet("big", big)));
+  const std::string out = dir.file("out.xml");
+  ASSERT_EQ(setCuantificadoresFichero(path.c_str(), out.c_str(), records.data(), static_cast<int>(records.size())), 1);
+  EXPECT_EQ(namesIn(path), inDocument);
+  EXPECT_EQ(namesIn(out), inOutput);
+  const Lines merged = quantitiesOf(path);
+  EXPECT_NE(std::find(merged.begin(), merged.end(), "big.extra 1 1 exported desc ''"), merged.end());
+  EXPECT_NE(std::find(merged.begin(), merged.end(), "nuevo.n39 2 39 exported desc ''"), merged.end());
+}
+
 // Literals of a type found ignoring case, each cut at 511 bytes, at most maxValues, up to a null buffer.
 TEST(GetEnumerados, CopiesTheTypesLiteralsAndNothingMore) {
   TempDir dir;
