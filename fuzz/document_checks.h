@@ -1,20 +1,84 @@
-// Invariants every loaded document keeps, whatever file it came from, and what a merge must have
-// written, for the fuzz targets.
+// What the fuzz targets share: a scratch folder, checks that abort the run when an invariant breaks
+// (libFuzzer and the corpus replay both catch that), the merge targets' input, and the invariants
+// every loaded document keeps, whatever file it came from.
 #ifndef ORVANE_FUZZ_DOCUMENT_CHECKS_H
 #define ORVANE_FUZZ_DOCUMENT_CHECKS_H
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <string>
 #include <vector>
 
-#include "fuzz/fuzz_support.h"
+#include "model/message_sink.h"
 #include "model/names.h"
 #include "model/text.h"
-#include "orvane/orvane.h"
 #include "orvane/ifc_proyect_pset.h"
 #include "orvane/ifc_proyect_qset.h"
+#include "orvane/orvane.h"
+#include "support/temp_dir.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace orvane::fuzz {
+
+inline void check(bool condition, const char* what) {
+  if (condition) return;
+  std::fprintf(stderr, "broken invariant: %s\n", what);
+  std::abort();
+}
+
+template <std::size_t N>
+bool terminated(const char (&field)[N]) {
+  return std::memchr(field, '\0', N) != nullptr;
+}
+
+// In memory where the system allows it: every save flushes its files to disk.
+inline std::string scratchPath(const char* name) {
+  static const test::TempDir folder(test::TempDir::Place::kMemory);
+  return folder.file(name);
+}
+
+inline std::string writeScratchFile(const char* name, std::string_view bytes) {
+  const std::string path = scratchPath(name);
+  test::writeBytes(path, bytes);
+  return path;
+}
+
+// The readers report damaged records; only crashes and broken invariants matter here.
+inline void silenceMessages() {
+  static const MessageSink previous = setMessageSink([](std::string_view) {});
+}
+
+// The input as a read-only stream for the host's text-file parsers (fmemopen wants a buffer even
+// for no bytes); the caller closes it.
+inline std::FILE* openBytes(const uint8_t* data, size_t size) {
+  static char none[1];
+  return ::fmemopen(size > 0 ? const_cast<uint8_t*>(data) : reinterpret_cast<uint8_t*>(none), size, "r");
+}
+
+// The merge targets' input: a flags byte (bit 0: save the document; bits 1 to 3: 0 to 7 records),
+// the records' raw images (zeros where the input ends), then the document file's bytes.
+template <class Record>
+struct MergeInput {
+  bool saveDocument = false;
+  std::vector<Record> records;
+  std::string_view document;
+
+  MergeInput(const uint8_t* data, size_t size) {
+    if (size == 0) return;
+    saveDocument = (*data & 1) != 0;
+    records.resize((*data >> 1) & 7);
+    ++data, --size;
+    for (Record& record : records) {
+      const size_t taken = std::min(size, sizeof record);
+      if (taken > 0) std::memcpy(&record, data, taken);
+      data += taken, size -= taken;
+    }
+    document = {reinterpret_cast<const char*>(data), size};
+  }
+};
 
 inline void checkProperty(const CIfcPropertyName& property) {
   check(terminated(property.name) && terminated(property.description) && terminated(property.rule) &&
@@ -37,9 +101,8 @@ inline void checkDocument(const CIfcProyectPSet& doc, bool loaded) {
   }
   for (const auto& relation : doc.relations)
     check(terminated(relation.pset) && terminated(relation.object), "a relation's texts are terminated");
-  if (!loaded) return;
-  check(std::is_sorted(doc.enums.begin(), doc.enums.end(), NameLessNoCase{}), "types are sorted by name");
-  check(std::is_sorted(doc.propertySets.begin(), doc.propertySets.end(), NameLessNoCase{}),
+  check(!loaded || std::is_sorted(doc.enums.begin(), doc.enums.end(), NameLessNoCase{}), "types are sorted");
+  check(!loaded || std::is_sorted(doc.propertySets.begin(), doc.propertySets.end(), NameLessNoCase{}),
         "property sets are sorted by name");
 }
 
@@ -55,13 +118,11 @@ inline void checkDocument(const CIfcProyectQSet& doc, bool loaded) {
   }
   for (const CIfcType& type : doc.types) check(terminated(type.name), "a type name is terminated");
   for (const CIfcObject& object : doc.objects) check(terminated(object.name), "an object name is terminated");
-  if (!loaded) return;
-  check(std::is_sorted(doc.quantitySets.begin(), doc.quantitySets.end(), NameLessNoCase{}),
+  check(!loaded || std::is_sorted(doc.quantitySets.begin(), doc.quantitySets.end(), NameLessNoCase{}),
         "quantity sets are sorted by name");
 }
 
-// Reads the input as a document file: lee gives 0 or 1 and leaves a document that keeps the
-// invariants above.
+// Any input as a document file: lee gives 0 or 1 and leaves a document that keeps the invariants.
 template <class Document>
 void readAnyFile(const uint8_t* data, size_t size, const char* name) {
   silenceMessages();
@@ -79,8 +140,8 @@ inline const std::vector<CIfcQuantityName>& membersOf(const CIfcQuantitySet& set
 inline std::string_view memberNameOf(const FlatPropertyRecord& record) { return fieldText(record.propertyName); }
 inline std::string_view memberNameOf(const FlatQuantityRecord& record) { return fieldText(record.quantityName); }
 
-// The merged file at `path` loads and holds every set, and in it every property or quantity, that a
-// record names (ignoring case).
+// The merged file at `path` loads and holds every set, and in it every member, a record names
+// (ignoring case).
 template <class Document, class Record>
 void checkHoldsRecords(const std::string& path, const std::vector<Record>& records) {
   Document doc;
@@ -91,8 +152,7 @@ void checkHoldsRecords(const std::string& path, const std::vector<Record>& recor
     const auto set = std::find_if(sets.begin(), sets.end(),
                                   [&](const auto& s) { return equalsNoCase(s.name, fieldText(record.setName)); });
     check(set != sets.end(), "every set a record names is in the document");
-    const auto& members = membersOf(*set);
-    check(std::any_of(members.begin(), members.end(),
+    check(std::any_of(membersOf(*set).begin(), membersOf(*set).end(),
                       [&](const auto& m) { return equalsNoCase(m.name, memberNameOf(record)); }),
           "every member a record names is in its set");
   }
