@@ -19,8 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     for (auto other = sets.begin(); other != set; ++other)
       check(!equalsNoCase(other->name, set->name), "a set name is imported once");
     for (auto property = set->properties.begin(); property != set->properties.end(); ++property) {
-      check(terminated(property->name) && terminated(property->description) && terminated(property->textValue),
-            "a property's texts are terminated");
+      check(terminated(property->name, property->description, property->textValue), "property texts are terminated");
       check(property->valueType == PropertyReal || property->valueType == PropertyString,
             "an imported property is Real or String");
       for (auto other = set->properties.begin(); other != property; ++other)

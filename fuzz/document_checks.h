@@ -1,6 +1,6 @@
 // What the fuzz targets share: a scratch folder, checks that abort the run when an invariant breaks
-// (libFuzzer and the corpus replay both catch that), the merge targets' input, and the invariants
-// every loaded document keeps, whatever file it came from.
+// (libFuzzer and the corpus replay both catch that), and the invariants every loaded document keeps,
+// whatever file it came from.
 #ifndef ORVANE_FUZZ_DOCUMENT_CHECKS_H
 #define ORVANE_FUZZ_DOCUMENT_CHECKS_H
 
@@ -29,9 +29,10 @@ inline void check(bool condition, const char* what) {
   std::abort();
 }
 
-template <std::size_t N>
-bool terminated(const char (&field)[N]) {
-  return std::memchr(field, '\0', N) != nullptr;
+// Every text field is terminated within its size.
+template <std::size_t... N>
+bool terminated(const char (&... fields)[N]) {
+  return ((std::memchr(fields, '\0', N) != nullptr) && ...);
 }
 
 // In memory where the system allows it: every save flushes its files to disk.
@@ -58,49 +59,22 @@ inline std::FILE* openBytes(const uint8_t* data, size_t size) {
   return ::fmemopen(size > 0 ? const_cast<uint8_t*>(data) : reinterpret_cast<uint8_t*>(none), size, "r");
 }
 
-// The merge targets' input: a flags byte (bit 0: save the document; bits 1 to 3: 0 to 7 records),
-// the records' raw images (zeros where the input ends), then the document file's bytes.
-template <class Record>
-struct MergeInput {
-  bool saveDocument = false;
-  std::vector<Record> records;
-  std::string_view document;
-
-  MergeInput(const uint8_t* data, size_t size) {
-    if (size == 0) return;
-    saveDocument = (*data & 1) != 0;
-    records.resize((*data >> 1) & 7);
-    ++data, --size;
-    for (Record& record : records) {
-      const size_t taken = std::min(size, sizeof record);
-      if (taken > 0) std::memcpy(&record, data, taken);
-      data += taken, size -= taken;
-    }
-    document = {reinterpret_cast<const char*>(data), size};
-  }
-};
-
-inline void checkProperty(const CIfcPropertyName& property) {
-  check(terminated(property.name) && terminated(property.description) && terminated(property.rule) &&
-            terminated(property.textValue) && terminated(property.enumName),
-        "a property's texts are terminated");
-  check(property.valueType >= PropertyInteger && property.valueType <= PropertyDateTime,
-        "a property read from a file has one of the six value types");
-  check(property.unit >= 0 && property.unit < kUnitCount, "a property's unit indexes the unit table");
-}
-
 // `loaded`: lee returned 1, so the lists are sorted.
 inline void checkDocument(const CIfcProyectPSet& doc, bool loaded) {
   for (const CIfcEnum& type : doc.enums) {
-    check(terminated(type.name) && terminated(type.description), "a type's texts are terminated");
+    check(terminated(type.name, type.description), "a type's texts are terminated");
     for (const CIfcNodoEnum& value : type.elements) check(terminated(value.text), "a literal is terminated");
   }
   for (const CIfcPropertySet& set : doc.propertySets) {
-    check(terminated(set.name) && terminated(set.description), "a set's texts are terminated");
-    for (const CIfcPropertyName& property : set.properties) checkProperty(property);
+    check(terminated(set.name, set.description), "a set's texts are terminated");
+    for (const CIfcPropertyName& p : set.properties) {
+      check(terminated(p.name, p.description, p.rule, p.textValue, p.enumName), "a property's texts are terminated");
+      check(p.valueType >= PropertyInteger && p.valueType <= PropertyDateTime, "a property has one of the six types");
+      check(p.unit >= 0 && p.unit < kUnitCount, "a property's unit indexes the unit table");
+    }
   }
   for (const auto& relation : doc.relations)
-    check(terminated(relation.pset) && terminated(relation.object), "a relation's texts are terminated");
+    check(terminated(relation.pset, relation.object), "a relation's texts are terminated");
   check(!loaded || std::is_sorted(doc.enums.begin(), doc.enums.end(), NameLessNoCase{}), "types are sorted");
   check(!loaded || std::is_sorted(doc.propertySets.begin(), doc.propertySets.end(), NameLessNoCase{}),
         "property sets are sorted by name");
@@ -108,12 +82,10 @@ inline void checkDocument(const CIfcProyectPSet& doc, bool loaded) {
 
 inline void checkDocument(const CIfcProyectQSet& doc, bool loaded) {
   for (const CIfcQuantitySet& set : doc.quantitySets) {
-    check(terminated(set.name) && terminated(set.description) && terminated(set.typeZep),
-          "a quantity set's texts are terminated");
+    check(terminated(set.name, set.description, set.typeZep), "a quantity set's texts are terminated");
     for (const CIfcQuantityName& quantity : set.quantities) {
-      check(terminated(quantity.name) && terminated(quantity.description), "a quantity's texts are terminated");
-      check(quantity.measureType >= 0 && quantity.measureType < kQuantityMeasureCount,
-            "a quantity read from a file has one of the three kinds");
+      check(terminated(quantity.name, quantity.description), "a quantity's texts are terminated");
+      check(quantity.measureType >= 0 && quantity.measureType < kQuantityMeasureCount, "a quantity has a kind");
     }
   }
   for (const CIfcType& type : doc.types) check(terminated(type.name), "a type name is terminated");

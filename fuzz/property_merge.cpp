@@ -4,13 +4,14 @@
 #include <filesystem>
 
 #include "fuzz/document_checks.h"
+#include "fuzz/merge_input.h"
 
 using namespace orvane;
 using orvane::fuzz::check;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   fuzz::silenceMessages();
-  const fuzz::MergeInput<FlatPropertyRecord> input(data, size);
+  const auto input = fuzz::splitMergeInput<FlatPropertyRecord>(data, size);
   const std::string path = fuzz::writeScratchFile("document.xml", input.document);
   const std::string partial = fuzz::scratchPath("partial.xml");
   std::error_code ignored;
@@ -27,7 +28,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const int filled = getPropiedadesFichero(path.c_str(), out, 16);
   check(filled >= 0 && filled <= 16, "getPropiedadesFichero fills at most maxRecords");
   for (int i = 0; i < filled; ++i) {
-    check(fuzz::terminated(out[i].setName) && fuzz::terminated(out[i].propertyName), "names given are terminated");
+    check(fuzz::terminated(out[i].setName, out[i].propertyName), "names given are terminated");
     if (out[i].valueType != PropertyEnumerated) continue;
     char literal[2][kTextFieldSize];
     char* buffers[2] = {literal[0], literal[1]};
