@@ -32,17 +32,14 @@ void expectConversions(const std::vector<Conversion>& rows, std::u16string (*toW
 
 }  // namespace
 
+// The undefined bytes read as the C1 controls of their value; of those controls only U+0080 has no
+// byte, since 0x80 is "€". What has no byte becomes one "?", a surrogate pair or a lone half too.
 TEST(AnsiText, ConvertsBothWaysAndMissingCharactersBecomeOneQuestionMarkEach) {
-  expectConversions({{"Descripci\xF3n", u"Descripción"}, {"\xBA" "C", u"ºC"}, {"A\xD1O a\xF1o", u"AÑO año"},
-                     {"20 \x80", u"20 €"}, {"\xBF" "Continuar?", u"¿Continuar?"}, {"", u""},
-                     {std::string("a\0b", 3), std::u16string(u"a\0b", 3)},
-                     // the undefined bytes read as the controls of their value
+  expectConversions({{"Descripci\xF3n \xBA" "C A\xD1O a\xF1o 20 \x80 \xBF" "Continuar?",
+                      u"Descripción ºC AÑO año 20 € ¿Continuar?"},
+                     {"", u""}, {std::string("a\0b", 3), std::u16string(u"a\0b", 3)},
                      {"a\x81" "b\x8D\x8F\x90\x9D", u"a\u0081b\u008D\u008F\u0090\u009D"},
-                     {"?", u"\u0080", kToBytes},  // 0x80 is "€": the other C1 controls have no byte
-                     {"?\xF3" "d?", u"Łódź", kToBytes},
-                     {"a?b", u"a\U0001F600b", kToBytes},  // a surrogate pair is one character
-                     {"a?b", u"a\xD800" "b", kToBytes},   // a lone surrogate too
-                     {"a?", u"a\xDC00", kToBytes},
+                     {"? ?\xF3" "d? a?b a?b a?", u"\u0080 Łódź a\U0001F600b a\xD800" "b a\xDC00", kToBytes},
                      {"?", u"\xD800", kToBytes}},
                     fromAnsi, toAnsi);
   std::string all;
@@ -53,21 +50,17 @@ TEST(AnsiText, ConvertsBothWaysAndMissingCharactersBecomeOneQuestionMarkEach) {
   EXPECT_EQ(toAnsi(wide), all);
 }
 
+// Each invalid byte becomes one replacement: a stray byte, Windows-1252 read as UTF-8, stray
+// continuation bytes, an overlong "/", an encoded surrogate, beyond U+10FFFF, a sequence cut short
+// (at the end, or followed by valid text). Lone surrogates, in any order or at the end, are replaced.
 TEST(Utf8Text, ConvertsBothWaysAndEachInvalidByteBecomesOneReplacement) {
-  expectConversions({{"Descripci\xC3\xB3n", u"Descripción"}, {"\xC2\xBA" "C", u"ºC"}, {"A\xC3\xB1o", u"Año"},
-                     {"\xE2\x82\xAC", u"€"}, {"\xF0\x9F\x98\x80", u"\U0001F600"},
-                     {"a\xFF" "b", u"a\uFFFDb", kToWide},
-                     {"A\xF1o", u"A\uFFFDo", kToWide},                    // Windows-1252 read as UTF-8
-                     {"\x80\xBF", u"\uFFFD\uFFFD", kToWide},              // stray continuation bytes
-                     {"\xC0\xAF", u"\uFFFD\uFFFD", kToWide},              // overlong "/"
-                     {"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD", kToWide},    // an encoded surrogate
-                     {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD", kToWide},  // beyond U+10FFFF
-                     {"ab\xE2\x82", u"ab\uFFFD\uFFFD", kToWide},          // cut short at the end
-                     {"\xE2\x82" "c\xC3\xB1", u"\uFFFD\uFFFDcñ", kToWide},  // cut short, then valid again
-                     {"a\xEF\xBF\xBD" "b", u"a\xD800" "b", kToBytes},     // lone surrogates are replaced
-                     {"a\xEF\xBF\xBD", u"a\xDC00", kToBytes},
-                     {"\xEF\xBF\xBD", u"\xD83D", kToBytes},               // high half at the very end
-                     {"\xEF\xBF\xBD\xEF\xBF\xBD", u"\xDC00\xD800", kToBytes}},  // halves in the wrong order
+  expectConversions({{"Descripci\xC3\xB3n \xC2\xBA" "C A\xC3\xB1o \xE2\x82\xAC \xF0\x9F\x98\x80",
+                      u"Descripción ºC Año € \U0001F600"},
+                     {"a\xFF" "b A\xF1o \x80\xBF \xC0\xAF", u"a\uFFFDb A\uFFFDo \uFFFD\uFFFD \uFFFD\uFFFD", kToWide},
+                     {"\xED\xA0\x80 \xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD \uFFFD\uFFFD\uFFFD\uFFFD", kToWide},
+                     {"ab\xE2\x82", u"ab\uFFFD\uFFFD", kToWide}, {"\xE2\x82" "c\xC3\xB1", u"\uFFFD\uFFFDcñ", kToWide},
+                     {"a\xEF\xBF\xBD" "b \xEF\xBF\xBD\xEF\xBF\xBD", u"a\xD800" "b \xDC00\xD800", kToBytes},
+                     {"a\xEF\xBF\xBD", u"a\xDC00", kToBytes}, {"\xEF\xBF\xBD", u"\xD83D", kToBytes}},
                     fromUtf8, toUtf8);
   EXPECT_EQ(u16("Validación"), u"Validación");
   EXPECT_EQ(u16(nullptr), u"");
@@ -93,18 +86,14 @@ TEST(Utf8Text, ArbitraryBytesNeverBreakTheConversion) {
 // Files for other programs get UTF-8 whichever encoding the host typed a text in: valid UTF-8 stays
 // byte for byte, anything else (one stray byte is enough) is read as Windows-1252.
 TEST(HostText, BecomesUtf8FromEitherEncoding) {
+  // The unit as the host stores it, already UTF-8, mixed (so all Windows-1252), an overlong form, an
+  // encoded surrogate, past U+10FFFF, cut short at the end.
   const std::pair<const char*, const char*> rows[] = {
-      {"", ""},
-      {"plain <ASCII> & 'quotes'", "plain <ASCII> & 'quotes'"},
-      {"\xBA" "C", "\xC2\xBA" "C"},  // the unit as the host stores it
-      {"\xC2\xBA" "C", "\xC2\xBA" "C"},
-      {"N\xC3\xBAmero \xF0\x9F\x98\x80", "N\xC3\xBAmero \xF0\x9F\x98\x80"},
-      {"A\xF1o \x80", "A\xC3\xB1o \xE2\x82\xAC"},
-      {"\xC3\xB1 y \xF1", "\xC3\x83\xC2\xB1 y \xC3\xB1"},  // mixed: the whole text is Windows-1252
-      {"\xC0\xAF", "\xC3\x80\xC2\xAF"},                      // overlong form
-      {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xE2\x82\xAC"},      // encoded surrogate
-      {"\xF4\x90\x80\x80", "\xC3\xB4\xC2\x90\xE2\x82\xAC\xE2\x82\xAC"},  // past U+10FFFF
-      {"ab\xE2\x82", "ab\xC3\xA2\xE2\x80\x9A"},              // cut short at the end
+      {"", ""}, {"plain <ASCII> & 'quotes'", "plain <ASCII> & 'quotes'"}, {"\xBA" "C", "\xC2\xBA" "C"},
+      {"\xC2\xBA" "C", "\xC2\xBA" "C"}, {"N\xC3\xBAmero \xF0\x9F\x98\x80", "N\xC3\xBAmero \xF0\x9F\x98\x80"},
+      {"A\xF1o \x80", "A\xC3\xB1o \xE2\x82\xAC"}, {"\xC3\xB1 y \xF1", "\xC3\x83\xC2\xB1 y \xC3\xB1"},
+      {"\xC0\xAF", "\xC3\x80\xC2\xAF"}, {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xE2\x82\xAC"},
+      {"\xF4\x90\x80\x80", "\xC3\xB4\xC2\x90\xE2\x82\xAC\xE2\x82\xAC"}, {"ab\xE2\x82", "ab\xC3\xA2\xE2\x80\x9A"},
   };
   for (const auto& [text, utf8] : rows) EXPECT_EQ(hostTextToUtf8(text), utf8) << text;
 }
