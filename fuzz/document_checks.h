@@ -44,6 +44,7 @@ inline std::string scratchPath(const char* name) {
 inline std::string writeScratchFile(const char* name, std::string_view bytes) {
   const std::string path = scratchPath(name);
   test::writeBytes(path, bytes);
+  check(test::readBytes(path) == bytes, "the input could not be written to the scratch folder");
   return path;
 }
 

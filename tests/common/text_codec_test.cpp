@@ -25,8 +25,8 @@ void expectConversions(const std::vector<Conversion>& rows, std::u16string (*toW
                        std::string (*toBytes)(std::u16string_view)) {
   for (const Conversion& row : rows) {
     SCOPED_TRACE(row.bytes);
-    EXPECT_TRUE(row.way == kToBytes || toWide(row.bytes) == row.wide) << "to wide";
-    EXPECT_TRUE(row.way == kToWide || toBytes(row.wide) == row.bytes) << "to bytes";
+    EXPECT_EQ(row.way == kToBytes ? row.wide : toWide(row.bytes), row.wide) << "to wide";
+    EXPECT_EQ(row.way == kToWide ? row.bytes : toBytes(row.wide), row.bytes) << "to bytes";
   }
 }
 
