@@ -1,25 +1,13 @@
 // The host variable catalogue reader, and references to every variable it read resolved back.
-#include <cstring>
-
 #include "editors/assign/catalogue.h"
 #include "editors/assign/host_variable.h"
-#include "fuzz/fuzz_support.h"
-#include "model/names.h"
-
-namespace {
+#include "fuzz/document_checks.h"
 
 using namespace orvane;
 using orvane::fuzz::check;
+using orvane::fuzz::terminated;
 
-void checkGroup(const CZepGrupo& group) {
-  check(fuzz::terminated(group.name) && group.name[0] != '\0', "a group has a name");
-  check(std::strchr(group.name, ';') == nullptr, "a group name ends at the first semicolon");
-  check(!group.variables.empty(), "a group without variables is dropped");
-  for (const CZepVariable& variable : group.variables) {
-    check(fuzz::terminated(variable.name) && variable.name[0] != '\0', "a variable has a name");
-    check(std::strchr(variable.name, ',') == nullptr, "variable names end at commas");
-  }
-}
+namespace {
 
 template <class List, class Item>
 int lastEqual(const List& list, const Item& item) {
@@ -29,21 +17,18 @@ int lastEqual(const List& list, const Item& item) {
   return found;
 }
 
-// A reference made from a group and a variable resolves to the last group of that name and, in it,
-// to the last variable of that name, or the first variable when it has none (ignoring case). Not so
-// when the group name holds a full stop, which splitting the reference cannot keep.
+// A reference made from a group and a variable resolves to the last group of that name and in it to
+// the last variable of that name (ignoring case); only a full stop in the group name is lost.
 void checkReference(const CConjuntoVariableZep& catalogue, const CZepGrupo& group, const CZepVariable& variable) {
   char value[512];
   if (!makeReference(group.name, variable.name, value)) return;  // too long to be made
   check(endsAsReference(value), "a reference ends in $");
   const CatalogueIndex found = resolveReference(catalogue, partsOfValue(value));
-  const CZepGrupo* resolvedGroup = catalogue.getGrupo(found.group);
-  check(resolvedGroup != nullptr, "a reference resolves to a group");
-  check(resolvedGroup->getVariable(found.variable) != nullptr, "a reference resolves to a variable");
+  const CZepGrupo* resolved = catalogue.getGrupo(found.group);
+  check(resolved != nullptr && resolved->getVariable(found.variable) != nullptr, "a reference resolves");
   if (std::strchr(group.name, '.') != nullptr) return;
   check(found.group == lastEqual(catalogue.groups, group), "a reference resolves to the last group of its name");
-  check(found.variable == lastEqual(resolvedGroup->variables, variable),
-        "a reference resolves to the last variable of its name");
+  check(found.variable == lastEqual(resolved->variables, variable), "... and to the last variable of its name");
 }
 
 }  // namespace
@@ -56,8 +41,14 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   std::fclose(stream);
   check(result == (catalogue.groups.empty() ? 0 : 1), "leeFichero gives 1 exactly when it has groups");
   for (const CZepGrupo& group : catalogue.groups) {
-    checkGroup(group);
-    for (const CZepVariable& variable : group.variables) checkReference(catalogue, group, variable);
+    check(terminated(group.name) && group.name[0] != '\0' && !std::strchr(group.name, ';'),
+          "a group has a name, which ends at the first semicolon");
+    check(!group.variables.empty(), "a group without variables is dropped");
+    for (const CZepVariable& variable : group.variables) {
+      check(terminated(variable.name) && variable.name[0] != '\0' && !std::strchr(variable.name, ','),
+            "a variable has a name, which ends at a comma");
+      checkReference(catalogue, group, variable);
+    }
   }
   return 0;
 }

@@ -1,67 +1,101 @@
-// Invariants every loaded document keeps, whatever file it came from, and what a merge must have
-// written, for the fuzz targets.
+// What the fuzz targets share: a scratch folder, checks that abort the run when an invariant breaks
+// (libFuzzer and the corpus replay both catch that), and the invariants every loaded document keeps,
+// whatever file it came from.
 #ifndef ORVANE_FUZZ_DOCUMENT_CHECKS_H
 #define ORVANE_FUZZ_DOCUMENT_CHECKS_H
 
 #include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
 #include <string>
 #include <vector>
 
-#include "fuzz/fuzz_support.h"
+#include "model/message_sink.h"
 #include "model/names.h"
 #include "model/text.h"
-#include "orvane/orvane.h"
 #include "orvane/ifc_proyect_pset.h"
 #include "orvane/ifc_proyect_qset.h"
+#include "orvane/orvane.h"
+#include "support/temp_dir.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace orvane::fuzz {
 
-inline void checkProperty(const CIfcPropertyName& property) {
-  check(terminated(property.name) && terminated(property.description) && terminated(property.rule) &&
-            terminated(property.textValue) && terminated(property.enumName),
-        "a property's texts are terminated");
-  check(property.valueType >= PropertyInteger && property.valueType <= PropertyDateTime,
-        "a property read from a file has one of the six value types");
-  check(property.unit >= 0 && property.unit < kUnitCount, "a property's unit indexes the unit table");
+inline void check(bool condition, const char* what) {
+  if (condition) return;
+  std::fprintf(stderr, "broken invariant: %s\n", what);
+  std::abort();
+}
+
+// Every text field is terminated within its size.
+template <std::size_t... N>
+bool terminated(const char (&... fields)[N]) {
+  return ((std::memchr(fields, '\0', N) != nullptr) && ...);
+}
+
+// In memory where the system allows it: every save flushes its files to disk.
+inline std::string scratchPath(const char* name) {
+  static const test::TempDir folder(test::TempDir::Place::kMemory);
+  return folder.file(name);
+}
+
+inline std::string writeScratchFile(const char* name, std::string_view bytes) {
+  const std::string path = scratchPath(name);
+  test::writeBytes(path, bytes);
+  check(test::readBytes(path) == bytes, "the input could not be written to the scratch folder");
+  return path;
+}
+
+// The readers report damaged records; only crashes and broken invariants matter here.
+inline void silenceMessages() {
+  static const MessageSink previous = setMessageSink([](std::string_view) {});
+}
+
+// The input as a read-only stream for the host's text-file parsers (fmemopen wants a buffer even
+// for no bytes); the caller closes it.
+inline std::FILE* openBytes(const uint8_t* data, size_t size) {
+  static char none[1];
+  return ::fmemopen(size > 0 ? const_cast<uint8_t*>(data) : reinterpret_cast<uint8_t*>(none), size, "r");
 }
 
 // `loaded`: lee returned 1, so the lists are sorted.
 inline void checkDocument(const CIfcProyectPSet& doc, bool loaded) {
   for (const CIfcEnum& type : doc.enums) {
-    check(terminated(type.name) && terminated(type.description), "a type's texts are terminated");
+    check(terminated(type.name, type.description), "a type's texts are terminated");
     for (const CIfcNodoEnum& value : type.elements) check(terminated(value.text), "a literal is terminated");
   }
   for (const CIfcPropertySet& set : doc.propertySets) {
-    check(terminated(set.name) && terminated(set.description), "a set's texts are terminated");
-    for (const CIfcPropertyName& property : set.properties) checkProperty(property);
+    check(terminated(set.name, set.description), "a set's texts are terminated");
+    for (const CIfcPropertyName& p : set.properties) {
+      check(terminated(p.name, p.description, p.rule, p.textValue, p.enumName), "a property's texts are terminated");
+      check(p.valueType >= PropertyInteger && p.valueType <= PropertyDateTime, "a property has one of the six types");
+      check(p.unit >= 0 && p.unit < kUnitCount, "a property's unit indexes the unit table");
+    }
   }
   for (const auto& relation : doc.relations)
-    check(terminated(relation.pset) && terminated(relation.object), "a relation's texts are terminated");
-  if (!loaded) return;
-  check(std::is_sorted(doc.enums.begin(), doc.enums.end(), NameLessNoCase{}), "types are sorted by name");
-  check(std::is_sorted(doc.propertySets.begin(), doc.propertySets.end(), NameLessNoCase{}),
+    check(terminated(relation.pset, relation.object), "a relation's texts are terminated");
+  check(!loaded || std::is_sorted(doc.enums.begin(), doc.enums.end(), NameLessNoCase{}), "types are sorted");
+  check(!loaded || std::is_sorted(doc.propertySets.begin(), doc.propertySets.end(), NameLessNoCase{}),
         "property sets are sorted by name");
 }
 
 inline void checkDocument(const CIfcProyectQSet& doc, bool loaded) {
   for (const CIfcQuantitySet& set : doc.quantitySets) {
-    check(terminated(set.name) && terminated(set.description) && terminated(set.typeZep),
-          "a quantity set's texts are terminated");
+    check(terminated(set.name, set.description, set.typeZep), "a quantity set's texts are terminated");
     for (const CIfcQuantityName& quantity : set.quantities) {
-      check(terminated(quantity.name) && terminated(quantity.description), "a quantity's texts are terminated");
-      check(quantity.measureType >= 0 && quantity.measureType < kQuantityMeasureCount,
-            "a quantity read from a file has one of the three kinds");
+      check(terminated(quantity.name, quantity.description), "a quantity's texts are terminated");
+      check(quantity.measureType >= 0 && quantity.measureType < kQuantityMeasureCount, "a quantity has a kind");
     }
   }
   for (const CIfcType& type : doc.types) check(terminated(type.name), "a type name is terminated");
   for (const CIfcObject& object : doc.objects) check(terminated(object.name), "an object name is terminated");
-  if (!loaded) return;
-  check(std::is_sorted(doc.quantitySets.begin(), doc.quantitySets.end(), NameLessNoCase{}),
+  check(!loaded || std::is_sorted(doc.quantitySets.begin(), doc.quantitySets.end(), NameLessNoCase{}),
         "quantity sets are sorted by name");
 }
 
-// Reads the input as a document file: lee gives 0 or 1 and leaves a document that keeps the
-// invariants above.
+// Any input as a document file: lee gives 0 or 1 and leaves a document that keeps the invariants.
 template <class Document>
 void readAnyFile(const uint8_t* data, size_t size, const char* name) {
   silenceMessages();
@@ -79,8 +113,8 @@ inline const std::vector<CIfcQuantityName>& membersOf(const CIfcQuantitySet& set
 inline std::string_view memberNameOf(const FlatPropertyRecord& record) { return fieldText(record.propertyName); }
 inline std::string_view memberNameOf(const FlatQuantityRecord& record) { return fieldText(record.quantityName); }
 
-// The merged file at `path` loads and holds every set, and in it every property or quantity, that a
-// record names (ignoring case).
+// The merged file at `path` loads and holds every set, and in it every member, a record names
+// (ignoring case).
 template <class Document, class Record>
 void checkHoldsRecords(const std::string& path, const std::vector<Record>& records) {
   Document doc;
@@ -91,8 +125,7 @@ void checkHoldsRecords(const std::string& path, const std::vector<Record>& recor
     const auto set = std::find_if(sets.begin(), sets.end(),
                                   [&](const auto& s) { return equalsNoCase(s.name, fieldText(record.setName)); });
     check(set != sets.end(), "every set a record names is in the document");
-    const auto& members = membersOf(*set);
-    check(std::any_of(members.begin(), members.end(),
+    check(std::any_of(membersOf(*set).begin(), membersOf(*set).end(),
                       [&](const auto& m) { return equalsNoCase(m.name, memberNameOf(record)); }),
           "every member a record names is in its set");
   }

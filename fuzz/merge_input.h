@@ -14,8 +14,8 @@ namespace orvane::fuzz {
 
 template <class Record>
 struct MergeInput {
-  bool saveDocument = false;      // bit 0 of the flags
-  std::vector<Record> records;    // bits 1 to 3: 0 to 7 records
+  bool saveDocument = false;    // bit 0 of the flags
+  std::vector<Record> records;  // bits 1 to 3: 0 to 7 records
   std::string_view document;
 };
 
@@ -23,15 +23,13 @@ template <class Record>
 MergeInput<Record> splitMergeInput(const uint8_t* data, size_t size) {
   MergeInput<Record> input;
   if (size == 0) return input;
-  const uint8_t flags = *data++;
-  --size;
-  input.saveDocument = (flags & 1) != 0;
-  input.records.resize((flags >> 1) & 7);  // zeroed
+  input.saveDocument = (*data & 1) != 0;
+  input.records.resize((*data >> 1) & 7);  // zeroed
+  ++data, --size;
   for (Record& record : input.records) {
     const size_t taken = std::min(size, sizeof record);
     if (taken > 0) std::memcpy(&record, data, taken);
-    data += taken;
-    size -= taken;
+    data += taken, size -= taken;
   }
   input.document = {reinterpret_cast<const char*>(data), size};
   return input;

@@ -5,29 +5,43 @@
 #include <algorithm>
 #include <random>
 #include <string>
+#include <vector>
 
 #include "editors/common/text_codec.h"
 
-using orvane::encodeUtf8;
-using orvane::fromAnsi;
-using orvane::fromUtf8;
-using orvane::toAnsi;
-using orvane::toUtf8;
-using orvane::toUtf8Bounded;
+using namespace orvane;
 
-TEST(AnsiText, SpanishTextBothWays) {
-  for (const auto& [bytes, wide] : {std::pair<std::string, std::u16string>{"Descripci\xF3n", u"Descripción"},
-                                    {"\xBA" "C", u"ºC"}, {"A\xD1O a\xF1o", u"AÑO año"}, {"20 \x80", u"20 €"},
-                                    {"\xBF" "Continuar?", u"¿Continuar?"}, {"", u""},
-                                    {std::string("a\0b", 3), std::u16string(u"a\0b", 3)},
-                                    // the undefined bytes read as the controls of their value
-                                    {"a\x81" "b\x8D\x8F\x90\x9D", u"a\u0081b\u008D\u008F\u0090\u009D"}}) {
-    EXPECT_EQ(fromAnsi(bytes), wide);
-    EXPECT_EQ(toAnsi(wide), bytes);
+namespace {
+
+enum Way { kBoth, kToWide, kToBytes };
+
+struct Conversion {
+  std::string bytes;
+  std::u16string wide;
+  Way way = kBoth;
+};
+
+void expectConversions(const std::vector<Conversion>& rows, std::u16string (*toWide)(std::string_view),
+                       std::string (*toBytes)(std::u16string_view)) {
+  for (const Conversion& row : rows) {
+    SCOPED_TRACE(row.bytes);
+    EXPECT_EQ(row.way == kToBytes ? row.wide : toWide(row.bytes), row.wide) << "to wide";
+    EXPECT_EQ(row.way == kToWide ? row.bytes : toBytes(row.wide), row.bytes) << "to bytes";
   }
 }
 
-TEST(AnsiText, EveryByteSurvivesARoundTrip) {
+}  // namespace
+
+// The undefined bytes read as the C1 controls of their value; of those controls only U+0080 has no
+// byte, since 0x80 is "€". What has no byte becomes one "?", a surrogate pair or a lone half too.
+TEST(AnsiText, ConvertsBothWaysAndMissingCharactersBecomeOneQuestionMarkEach) {
+  expectConversions({{"Descripci\xF3n \xBA" "C A\xD1O a\xF1o 20 \x80 \xBF" "Continuar?",
+                      u"Descripción ºC AÑO año 20 € ¿Continuar?"},
+                     {"", u""}, {std::string("a\0b", 3), std::u16string(u"a\0b", 3)},
+                     {"a\x81" "b\x8D\x8F\x90\x9D", u"a\u0081b\u008D\u008F\u0090\u009D"},
+                     {"? ?\xF3" "d? a?b a?b a?", u"\u0080 Łódź a\U0001F600b a\xD800" "b a\xDC00", kToBytes},
+                     {"?", u"\xD800", kToBytes}},
+                    fromAnsi, toAnsi);
   std::string all;
   for (int b = 1; b < 256; ++b) all += static_cast<char>(b);
   const std::u16string wide = fromAnsi(all);
@@ -36,112 +50,68 @@ TEST(AnsiText, EveryByteSurvivesARoundTrip) {
   EXPECT_EQ(toAnsi(wide), all);
 }
 
-TEST(AnsiText, MissingCharactersBecomeOneQuestionMarkEach) {
-  EXPECT_EQ(toAnsi(u"\u0080"), "?");  // the other C1 controls have no byte: 0x80 is "€"
-  EXPECT_EQ(toAnsi(u"Łódź"), "?\xF3" "d?");
-  EXPECT_EQ(toAnsi(u"a\U0001F600b"), "a?b");  // a surrogate pair is one character
-  EXPECT_EQ(toAnsi(u"a\xD800" "b"), "a?b");   // a lone surrogate too
-  EXPECT_EQ(toAnsi(u"a\xDC00"), "a?");
-  EXPECT_EQ(toAnsi(u"\xD800"), "?");
+// Each invalid byte becomes one replacement: a stray byte, Windows-1252 read as UTF-8, stray
+// continuation bytes, an overlong "/", an encoded surrogate, beyond U+10FFFF, a sequence cut short
+// (at the end, or followed by valid text). Lone surrogates, in any order or at the end, are replaced.
+TEST(Utf8Text, ConvertsBothWaysAndEachInvalidByteBecomesOneReplacement) {
+  expectConversions({{"Descripci\xC3\xB3n \xC2\xBA" "C A\xC3\xB1o \xE2\x82\xAC \xF0\x9F\x98\x80",
+                      u"Descripción ºC Año € \U0001F600"},
+                     {"a\xFF" "b A\xF1o \x80\xBF \xC0\xAF", u"a\uFFFDb A\uFFFDo \uFFFD\uFFFD \uFFFD\uFFFD", kToWide},
+                     {"\xED\xA0\x80 \xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD \uFFFD\uFFFD\uFFFD\uFFFD", kToWide},
+                     {"ab\xE2\x82", u"ab\uFFFD\uFFFD", kToWide}, {"\xE2\x82" "c\xC3\xB1", u"\uFFFD\uFFFDcñ", kToWide},
+                     {"a\xEF\xBF\xBD" "b \xEF\xBF\xBD\xEF\xBF\xBD", u"a\xD800" "b \xDC00\xD800", kToBytes},
+                     {"a\xEF\xBF\xBD", u"a\xDC00", kToBytes}, {"\xEF\xBF\xBD", u"\xD83D", kToBytes}},
+                    fromUtf8, toUtf8);
+  EXPECT_EQ(u16("Validación"), u"Validación");
+  EXPECT_EQ(u16(nullptr), u"");
+  std::u16string wide;
+  for (int i = 0; i < 3000; ++i) wide += u"ñ€";  // far beyond any internal chunk
+  EXPECT_EQ(toUtf8(wide).size(), 3000u * 5);
+  EXPECT_EQ(fromUtf8(toUtf8(wide)), wide);
+  EXPECT_EQ(fromAnsi(toAnsi(wide)), wide);
 }
 
-TEST(Utf8Text, SpanishTextBothWays) {
-  for (const auto& [bytes, wide] : {std::pair<std::string, std::u16string>{"Descripci\xC3\xB3n", u"Descripción"},
-                                    {"\xC2\xBA" "C", u"ºC"}, {"A\xC3\xB1o", u"Año"}, {"\xE2\x82\xAC", u"€"},
-                                    {"\xF0\x9F\x98\x80", u"\U0001F600"}}) {
-    EXPECT_EQ(fromUtf8(bytes), wide);
-    EXPECT_EQ(toUtf8(wide), bytes);
+// Arbitrary bytes give valid UTF-8 that reads back to the same wide text.
+TEST(Utf8Text, ArbitraryBytesNeverBreakTheConversion) {
+  std::mt19937 random(1252);
+  for (int round = 0; round < 2000; ++round) {
+    std::string bytes(random() % 65, '\0');
+    for (char& c : bytes) c = static_cast<char>(random());
+    const std::u16string wide = fromUtf8(bytes);
+    EXPECT_LE(wide.size(), bytes.size());
+    EXPECT_EQ(fromUtf8(toUtf8(wide)), wide) << "round " << round;
   }
-  EXPECT_EQ(orvane::u16("Validación"), u"Validación");
-  EXPECT_EQ(orvane::u16(nullptr), u"");
-}
-
-TEST(Utf8Text, EachInvalidByteBecomesOneReplacement) {
-  EXPECT_EQ(fromUtf8("a\xFF" "b"), u"a\uFFFDb");
-  EXPECT_EQ(fromUtf8("A\xF1o"), u"A\uFFFDo");                   // Windows-1252 read as UTF-8
-  EXPECT_EQ(fromUtf8("\x80\xBF"), u"\uFFFD\uFFFD");             // stray continuation bytes
-  EXPECT_EQ(fromUtf8("\xC0\xAF"), u"\uFFFD\uFFFD");             // overlong "/"
-  EXPECT_EQ(fromUtf8("\xED\xA0\x80"), u"\uFFFD\uFFFD\uFFFD");   // an encoded surrogate
-  EXPECT_EQ(fromUtf8("\xF4\x90\x80\x80"), u"\uFFFD\uFFFD\uFFFD\uFFFD");  // beyond U+10FFFF
-  EXPECT_EQ(fromUtf8("ab\xE2\x82"), u"ab\uFFFD\uFFFD");         // cut short at the end
-  EXPECT_EQ(fromUtf8("\xE2\x82" "c\xC3\xB1"), u"\uFFFD\uFFFDcñ");  // cut short, then valid again
 }
 
 // Files for other programs get UTF-8 whichever encoding the host typed a text in: valid UTF-8 stays
 // byte for byte, anything else (one stray byte is enough) is read as Windows-1252.
 TEST(HostText, BecomesUtf8FromEitherEncoding) {
-  const struct {
-    const char* text;
-    const char* utf8;
-  } cases[] = {
-      {"", ""},
-      {"plain <ASCII> & 'quotes'", "plain <ASCII> & 'quotes'"},
-      {"\xBA" "C", "\xC2\xBA" "C"},                              // the unit as the host stores it
-      {"\xC2\xBA" "C", "\xC2\xBA" "C"},                          // already UTF-8
-      {"N\xC3\xBAmero \xF0\x9F\x98\x80", "N\xC3\xBAmero \xF0\x9F\x98\x80"},
-      {"A\xF1o \x80", "A\xC3\xB1o \xE2\x82\xAC"},
-      {"\xC3\xB1 y \xF1", "\xC3\x83\xC2\xB1 y \xC3\xB1"},  // mixed: the whole text is Windows-1252
-      {"\xC0\xAF", "\xC3\x80\xC2\xAF"},                        // overlong form
-      {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xE2\x82\xAC"},    // encoded surrogate
-      {"\xF4\x90\x80\x80", "\xC3\xB4\xC2\x90\xE2\x82\xAC\xE2\x82\xAC"},  // past U+10FFFF
-      {"ab\xE2\x82", "ab\xC3\xA2\xE2\x80\x9A"},                // cut short at the end
+  // The unit as the host stores it, already UTF-8, mixed (so all Windows-1252), an overlong form, an
+  // encoded surrogate, past U+10FFFF, cut short at the end.
+  const std::pair<const char*, const char*> rows[] = {
+      {"", ""}, {"plain <ASCII> & 'quotes'", "plain <ASCII> & 'quotes'"}, {"\xBA" "C", "\xC2\xBA" "C"},
+      {"\xC2\xBA" "C", "\xC2\xBA" "C"}, {"N\xC3\xBAmero \xF0\x9F\x98\x80", "N\xC3\xBAmero \xF0\x9F\x98\x80"},
+      {"A\xF1o \x80", "A\xC3\xB1o \xE2\x82\xAC"}, {"\xC3\xB1 y \xF1", "\xC3\x83\xC2\xB1 y \xC3\xB1"},
+      {"\xC0\xAF", "\xC3\x80\xC2\xAF"}, {"\xED\xA0\x80", "\xC3\xAD\xC2\xA0\xE2\x82\xAC"},
+      {"\xF4\x90\x80\x80", "\xC3\xB4\xC2\x90\xE2\x82\xAC\xE2\x82\xAC"}, {"ab\xE2\x82", "ab\xC3\xA2\xE2\x80\x9A"},
   };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.text);
-    EXPECT_EQ(orvane::hostTextToUtf8(c.text), c.utf8);
-  }
+  for (const auto& [text, utf8] : rows) EXPECT_EQ(hostTextToUtf8(text), utf8) << text;
 }
 
-TEST(Utf8Text, LoneSurrogatesBecomeReplacements) {
-  EXPECT_EQ(toUtf8(u"a\xD800" "b"), "a\xEF\xBF\xBD" "b");
-  EXPECT_EQ(toUtf8(u"a\xDC00"), "a\xEF\xBF\xBD");
-  EXPECT_EQ(toUtf8(u"\xD83D"), "\xEF\xBF\xBD");  // high half at the very end
-  EXPECT_EQ(toUtf8(u"\xDC00\xD800"), "\xEF\xBF\xBD\xEF\xBF\xBD");  // halves in the wrong order
-}
-
-TEST(Utf8Text, ArbitraryBytesNeverBreakTheConversion) {
-  std::mt19937 random(1252);
-  std::uniform_int_distribution<int> byte(0, 255);
-  std::uniform_int_distribution<int> length(0, 64);
-  for (int round = 0; round < 2000; ++round) {
-    std::string bytes(static_cast<std::size_t>(length(random)), '\0');
-    for (char& c : bytes) c = static_cast<char>(byte(random));
-    const std::u16string wide = fromUtf8(bytes);
-    EXPECT_LE(wide.size(), bytes.size());
-    // What comes out is valid UTF-8 that reads back to the same wide text.
-    EXPECT_EQ(fromUtf8(toUtf8(wide)), wide) << "round " << round;
-  }
-}
-
-TEST(Utf8Text, LongTextsConvertWhole) {
-  std::u16string wide;
-  for (int i = 0; i < 3000; ++i) wide += u"ñ€";  // far beyond any internal chunk
-  const std::string utf8 = toUtf8(wide);
-  EXPECT_EQ(utf8.size(), 3000u * 5);
-  EXPECT_EQ(fromUtf8(utf8), wide);
-  EXPECT_EQ(fromAnsi(toAnsi(wide)), wide);
-}
-
-TEST(BoundedUtf8, CutsNeverSplitACharacter) {
+// In UTF-8 "ó" ends at byte 11, "€" at byte 18 and the emoji at byte 24: a cut never splits one.
+TEST(BoundedUtf8, CutsNeverSplitACharacterNorPassTheField) {
   const std::u16string text = u"Descripción ab€ a\U0001F600";
-  // In UTF-8 "ó" ends at byte 11, "€" at byte 18 and the emoji at byte 24.
   for (const auto& [maxBytes, kept] : {std::pair<std::size_t, std::size_t>{0, 0}, {10, 9}, {11, 11}, {17, 15},
                                        {18, 18}, {23, 20}, {24, 24}, {100, 24}})
     EXPECT_EQ(toUtf8Bounded(text, maxBytes), toUtf8(text).substr(0, kept)) << maxBytes;
-}
-
-TEST(BoundedUtf8, FieldGetsAtMostItsSizeWithTerminator) {
   char field[12];
   std::fill(std::begin(field), std::end(field), '#');
   encodeUtf8(field, 11, u"Descripción");  // 12 bytes of text into 10 and a terminator
   EXPECT_STREQ(field, "Descripci");
   EXPECT_EQ(field[10], '#');  // nothing past the given size
-
   char record[512];
-  std::u16string many(600, u'ñ');
-  encodeUtf8(record, many);
-  EXPECT_EQ(std::string(record), toUtf8(std::u16string(255, u'ñ')));  // 510 bytes: no half "ñ"
-
+  encodeUtf8(record, std::u16string(600, u'ñ'));
+  EXPECT_EQ(record, toUtf8(std::u16string(255, u'ñ')));  // 510 bytes: no half "ñ"
   char untouched[4] = "abc";
   encodeUtf8(untouched, 0, u"x");
   encodeUtf8(nullptr, 8, u"x");

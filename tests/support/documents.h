@@ -40,8 +40,7 @@ inline std::string propertySet(std::string_view name, std::string_view propertie
 // Writes `xml` to a file in `dir` and reads it into a fresh document; `result` gets lee's result.
 template <class Document>
 Document load(const TempDir& dir, std::string_view xml, int* result = nullptr) {
-  const std::string path = dir.file("in.xml");
-  writeBytes(path, xml);
+  const std::string path = dir.write("in.xml", xml);
   Document document;
   const int got = document.lee(path.c_str());
   if (result != nullptr) *result = got;

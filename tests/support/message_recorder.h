@@ -3,6 +3,7 @@
 #define ORVANE_TESTS_MESSAGE_RECORDER_H
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "model/message_sink.h"
@@ -11,8 +12,8 @@ namespace orvane::test {
 
 class MessageRecorder {
  public:
-  MessageRecorder();
-  ~MessageRecorder();
+  MessageRecorder() : previous_(setMessageSink([this](std::string_view text) { messages_.emplace_back(text); })) {}
+  ~MessageRecorder() { setMessageSink(std::move(previous_)); }
   MessageRecorder(const MessageRecorder&) = delete;
   MessageRecorder& operator=(const MessageRecorder&) = delete;
 

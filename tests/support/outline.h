@@ -17,14 +17,12 @@ using Outline = std::vector<std::string>;
 inline Outline outline(const CIfcProyectPSet& doc) {
   Outline lines;
   for (const CIfcEnum& type : doc.enums) {
-    std::string line = "type " + std::string(type.name) + ":";
-    for (const CIfcNodoEnum& value : type.elements) line += " " + std::to_string(value.value) + " " + value.text + ",";
-    lines.push_back(line);
+    lines.push_back("type " + std::string(type.name) + ":");
+    for (const auto& value : type.elements) lines.back() += " " + std::to_string(value.value) + " " + value.text + ",";
   }
   for (const CIfcPropertySet& set : doc.propertySets) {
-    std::string line = "set " + std::string(set.name) + ":";
-    for (const CIfcPropertyName& property : set.properties) line += " " + std::string(property.name) + ",";
-    lines.push_back(line);
+    lines.push_back("set " + std::string(set.name) + ":");
+    for (const CIfcPropertyName& property : set.properties) lines.back() += " " + std::string(property.name) + ",";
   }
   for (const CIfcRelationProyectPSet_IfcObject& relation : doc.relations)
     lines.push_back("relation " + std::string(relation.pset) + " " + relation.object);
@@ -37,9 +35,8 @@ inline Outline outline(const CIfcProyectQSet& doc) {
   for (const auto& type : doc.types) lines.push_back("type " + std::string(type.name));
   for (const auto& object : doc.objects) lines.push_back("object " + std::string(object.name));
   for (const CIfcQuantitySet& set : doc.quantitySets) {
-    std::string line = "set " + std::string(set.name) + ":";
-    for (const CIfcQuantityName& quantity : set.quantities) line += " " + std::string(quantity.name) + ",";
-    lines.push_back(line);
+    lines.push_back("set " + std::string(set.name) + ":");
+    for (const CIfcQuantityName& quantity : set.quantities) lines.back() += " " + std::string(quantity.name) + ",";
   }
   return lines;
 }

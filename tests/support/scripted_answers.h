@@ -26,24 +26,24 @@ struct ScriptedAnswers {
 
   bool nextAnswer(std::u16string_view question) {
     questions.emplace_back(question);
-    if (answers.empty()) {
-      ADD_FAILURE() << "a question nobody expected was asked";
-      return false;
-    }
-    const bool answer = answers.front();
-    answers.pop_front();
-    return answer;
+    return next(answers, "question");
   }
-
   std::optional<std::u16string> nextFile(const FilePickerOptions& options) {
     pickers.push_back(options);
-    if (pickedFiles.empty()) {
-      ADD_FAILURE() << "a file picker nobody expected was shown";
-      return std::nullopt;
+    return next(pickedFiles, "file picker");
+  }
+
+ private:
+  // The queue's first answer; No, or no file, when nobody queued one.
+  template <class T>
+  static T next(std::deque<T>& queue, const char* asked) {
+    if (queue.empty()) {
+      ADD_FAILURE() << "a " << asked << " nobody expected was shown";
+      return T{};
     }
-    std::optional<std::u16string> file = pickedFiles.front();
-    pickedFiles.pop_front();
-    return file;
+    T answer = std::move(queue.front());
+    queue.pop_front();
+    return answer;
   }
 };
 

@@ -31,7 +31,20 @@ class ScriptedServices : public DialogServices, public ScriptedAnswers {
   bool askYesNo(std::u16string_view text) override { return nextAnswer(text); }
   std::optional<std::u16string> pickFileToOpen(const FilePickerOptions& options) override { return nextFile(options); }
   std::optional<std::u16string> pickFileToSave(const FilePickerOptions& options) override { return nextFile(options); }
-  int runModal(Dialog& dialog) override;
+  int runModal(Dialog& dialog) override {
+    dialogsRun.push_back(typeid(dialog).name());
+    dialog.start();
+    if (scripts_.empty() || scripts_.front().type != typeid(dialog)) {
+      ADD_FAILURE() << "no script for the dialog " << typeid(dialog).name();
+      dialog.cancel();
+      return dialog.result();
+    }
+    Script script = std::move(scripts_.front());
+    scripts_.pop_front();
+    script.play(dialog);
+    if (!dialog.ended()) dialog.cancel();
+    return dialog.result();
+  }
 
  private:
   struct Script {
