@@ -134,14 +134,12 @@ class FileCallsFailing : public ::testing::Test {
     return faults.calls;
   }
 
-  static std::size_t firstCall(const std::vector<Call>& calls, std::size_t from, const char* operation,
-                               const std::string& pathEnd) {
-    for (std::size_t i = from; i < calls.size(); ++i)
-      if (calls[i].operation == operation && calls[i].path.size() >= pathEnd.size() &&
-          calls[i].path.compare(calls[i].path.size() - pathEnd.size(), pathEnd.size(), pathEnd) == 0)
-        return i;
-    ADD_FAILURE() << "no " << operation << " of *" << pathEnd;
-    return calls.size();
+  static std::size_t firstCall(const std::vector<Call>& calls, std::size_t from, const char* operation, const char* end) {
+    const auto found = std::find_if(calls.begin() + long(from), calls.end(), [&](const Call& call) {
+      return call.operation == operation && call.path.size() >= std::strlen(end) &&
+             call.path.compare(call.path.size() - std::strlen(end), std::string::npos, end) == 0;
+    });
+    return std::size_t(found - calls.begin());
   }
 
   TempDir dir;

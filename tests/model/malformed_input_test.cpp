@@ -29,7 +29,7 @@ struct PsetKind {
                                         "\r\n    <PropertiesSet/>\r\n    <RelationsIfcElementWithPSet/>\r\n</PropertySetsBIM>\r\n";
   static constexpr int kResultWithoutRoot = 0;
   static std::vector<std::string> messagesWithoutRoot() { return {"Error lectura XML. CIfcProyectPSet"}; }
-  static std::string root(const std::string& inside) { return "<?xml version=\"1.0\"?><PropertySetsBIM>" + inside + "</PropertySetsBIM>"; }
+  static constexpr const char* kRoot = "PropertySetsBIM";
   static std::string withSetNamed(const std::string& name) {
     return psetFile("", propertySet(name, property("p", "String", "v")),
                     "<RelationIfcElementWithPSet PSet=\"" + name + "\" Object=\"IfcWall\"/>");
@@ -43,15 +43,17 @@ struct QsetKind {
                                         "    <ObjectsQuorsel/>\r\n    <QuantitiesSet/>\r\n</QuantitiesSetQuorsel>\r\n";
   static constexpr int kResultWithoutRoot = 1;
   static std::vector<std::string> messagesWithoutRoot() { return {}; }
-  static std::string root(const std::string& inside) { return "<QuantitiesSetQuorsel>" + inside + "</QuantitiesSetQuorsel>"; }
+  static constexpr const char* kRoot = "QuantitiesSetQuorsel";
   static std::string withSetNamed(const std::string& name) {
     return qsetFile("", "", "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"\"/>");
   }
 };
 
+// The document's root holding elements nested `depth` deep.
+template <class Kind>
 std::string nested(int depth) {
-  std::string open, close;
-  for (int i = 0; i < depth; ++i) open += "<a>", close += "</a>";
+  std::string open = std::string("<") + Kind::kRoot + ">", close = std::string("</") + Kind::kRoot + ">";
+  for (int i = 0; i < depth; ++i) open += "<a>", close = "</a>" + close;
   return open + close;
 }
 
@@ -116,12 +118,12 @@ TYPED_TEST(Documents, MalformedFilesGiveTheirResultAndMessage) {
       {"a byte-order mark alone", "\xEF\xBB\xBF", Outcome::kNotXml},
       {"text that is no XML", "Muros;Altura;Real\n", Outcome::kNotXml},
       {"a NUL byte inside", valid.substr(0, 60) + std::string(1, '\0') + valid.substr(60), Outcome::kNotXml},
-      {"nesting deeper than the XML library allows", TypeParam::root(nested(120)), Outcome::kNotXml},
+      {"nesting deeper than the XML library allows", nested<TypeParam>(120), Outcome::kNotXml},
       {"UTF-16 with its byte-order mark", "\xFF\xFE" + utf16(valid, false), Outcome::kNotXml},
       {"UTF-16 without byte-order mark", utf16(valid, false), Outcome::kNotXml},
       {"UTF-16 big-endian", "\xFE\xFF" + utf16(valid, true), Outcome::kNotXml},
       {"a declaration alone", "<?xml version=\"1.0\"?>\n", Outcome::kNoRoot},
-      {"nesting the XML library still allows", TypeParam::root(nested(90)), Outcome::kLoads},
+      {"nesting the XML library still allows", nested<TypeParam>(90), Outcome::kLoads},
       {"a byte-order mark before the document", "\xEF\xBB\xBF" + valid, Outcome::kLoads},
   };
   for (const auto& row : rows) {

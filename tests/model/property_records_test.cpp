@@ -68,7 +68,6 @@ TEST(PropertyRecords, ValueTextsAreWrittenByType) {
   TempDir dir;
   const struct { int32_t type, whole; const char *text, *written; } rows[] = {
       {PropertyBoolean, 2, "", "<Value>No</Value>"},  // only 1 means yes
-      {PropertyInteger, -42, "", "<Value>-42</Value>"},
       // A numeric property's text is printed as a format, any other's is not.
       {PropertyInteger, 0, "Eje.100%%$", "<Value>Eje.100%$</Value>"},
       {PropertyString, 0, "Eje.100%%$", "<Value>Eje.100%%$</Value>"},
