@@ -1,6 +1,6 @@
 // The exchange functions read and merge straight from the XML tree; the plain path reads the whole
 // document into records, merges those and saves documents. Over every document at hand (samples,
-// fuzz corpora, the IFC4 library when present, generated ones with ties, duplicates, failing
+// fuzz corpora, generated ones with ties, duplicates, failing
 // entries, over-long and multi-byte texts, carriage returns), both must leave the same result,
 // records, files, backups and messages, byte for byte.
 #include <gtest/gtest.h>
@@ -284,7 +284,7 @@ std::string quantityDocument(unsigned seed) {
   return xml + "</QuantitiesSet></QuantitiesSetQuorsel>";
 }
 
-// The files of `folder` (under the project, or beside it) ending in `extension`, sorted.
+// The files of the project's `folder` ending in `extension`, sorted.
 std::vector<fs::path> filesIn(const std::string& folder, const char* extension) {
   std::vector<fs::path> files;
   std::error_code missing;
@@ -351,18 +351,6 @@ void compareMergeCorpus(const char* folder, Compare compareDocument) {
 TEST_F(DifferentialTest, MergeCorpora) {
   compareMergeCorpus<FlatPropertyRecord>("fuzz/corpus/property_merge", compareProperties);
   compareMergeCorpus<FlatQuantityRecord>("fuzz/corpus/quantity_merge", compareQuantities);
-}
-
-// The IFC4 property-set library, when this machine has it: files of another format, each refused
-// with the same message by both paths.
-TEST_F(DifferentialTest, Ifc4Library) {
-  const std::vector<fs::path> files = filesIn("../shared/data/ifc4-psd", ".xml");
-  if (files.empty()) GTEST_SKIP() << "no IFC4 library beside the project";
-  for (std::size_t i = 0; i < files.size(); i += 8) {
-    SCOPED_TRACE(files[i].string());
-    const std::string document = readBytes(files[i]);
-    compareProperties(&document, static_cast<unsigned>(i));
-  }
 }
 
 // A save prints in 64 KB chunks; the file must be what one whole print gives, with every carriage
