@@ -148,7 +148,7 @@ std::vector<Record> mergeRecords(const std::string& got, int filled, unsigned se
   if (!records.empty()) std::memcpy(records.data(), got.data(), records.size() * sizeof(Record));
   std::mt19937 random(seed);
   for (Record& record : records) {
-    if (random() % 4 == 0) record.setName[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(record.setName[0])));
+    if (random() % 4 == 0) record.setName[0] = char(std::toupper(static_cast<unsigned char>(record.setName[0])));
     if (random() % 5 == 0) record = records[random() % records.size()];
   }
   for (int extra = 0; extra < 6; ++extra) {
@@ -178,14 +178,17 @@ void compare(const std::string* document, unsigned seed, const std::vector<Recor
              int (*fastGet)(const char*, Record*, int), Merges merges) {
   const auto get = [&](auto function) {
     return run(document, std::string(kMaxRecords * sizeof(Record), '\xA5'),  // bytes the library must leave alone
-               [&](const char* p, const char*, char* r) { return function(p, reinterpret_cast<Record*>(r), kMaxRecords); });
+               [&](const char* p, const char*, char* r) {
+                 return function(p, reinterpret_cast<Record*>(r), kMaxRecords);
+               });
   };
   const Outcome fast = get(fastGet);
   ASSERT_TRUE(fast == get(plainGet<Document, Record>)) << "reading";
   merges(given != nullptr ? *given : mergeRecords<Record>(fast.records, fast.result, seed));
 }
 
-void compareProperties(const std::string* document, unsigned seed, const std::vector<FlatPropertyRecord>* given = nullptr) {
+void compareProperties(const std::string* document, unsigned seed,
+                       const std::vector<FlatPropertyRecord>* given = nullptr) {
   compare<CIfcProyectPSet>(document, seed, given, getPropiedadesFichero, [&](const auto& records) {
     for (int save : {1, 0}) {
       const auto merge = [&](auto function) {
@@ -198,7 +201,8 @@ void compareProperties(const std::string* document, unsigned seed, const std::ve
   });
 }
 
-void compareQuantities(const std::string* document, unsigned seed, const std::vector<FlatQuantityRecord>* given = nullptr) {
+void compareQuantities(const std::string* document, unsigned seed,
+                       const std::vector<FlatQuantityRecord>* given = nullptr) {
   compare<CIfcProyectQSet>(document, seed, given, getCuantificadoresFichero, [&](const auto& records) {
     for (bool intoItself : {false, true}) {  // the output file is another one, or the document
       const auto merge = [&](auto function) {
@@ -214,7 +218,8 @@ void compareQuantities(const std::string* document, unsigned seed, const std::ve
 // ---- The documents ----
 
 std::string text(std::mt19937& random, std::size_t length) {
-  static const char* const pieces[] = {"Muro", "muro", "MURO", "\xC3\xA9", "\xE2\x82\xAC", "\r\n", "\r", "<&>", "\xBA", " ", "a"};
+  static const char* const pieces[] = {"Muro", "muro", "MURO", "\xC3\xA9", "\xE2\x82\xAC", "\r\n",
+                                       "\r",    "<&>",  "\xBA", " ",        "a"};
   std::string out;
   while (out.size() < length) out += pieces[random() % std::size(pieces)];
   return out;
@@ -225,7 +230,10 @@ std::string text(std::mt19937& random, std::size_t length) {
 std::string escaped(const std::string& value, bool inAttribute) {
   std::string out;
   for (char c : value)
-    out += c == '<' ? "&lt;" : c == '&' ? "&amp;" : c == '"' ? "&quot;" : c == '\r' && inAttribute ? "&#13;" : std::string(1, c);
+    out += c == '<' ? "&lt;"
+         : c == '&' ? "&amp;"
+         : c == '"' ? "&quot;"
+         : c == '\r' && inAttribute ? "&#13;" : std::string(1, c);
   return out;
 }
 
@@ -243,8 +251,8 @@ std::string element(const char* name, const std::string& value) {
 std::string propertyDocument(unsigned seed) {
   std::mt19937 random(seed);
   const char* const types[] = {"Integer", "REAL", "string", "Boolean", "DateTime", "Lista", "integer"};
-  std::string xml = "<?xml version=\"1.0\"?><PropertySetsBIM><TypesEnum><TypeEnum Name=\"Lista\" Description=\"d\"><Elements>"
-                    "<Element Value=\"1\">uno</Element></Elements></TypeEnum></TypesEnum><PropertiesSet>";
+  std::string xml = "<?xml version=\"1.0\"?><PropertySetsBIM><TypesEnum><TypeEnum Name=\"Lista\" Description=\"d\">"
+                    "<Elements><Element Value=\"1\">uno</Element></Elements></TypeEnum></TypesEnum><PropertiesSet>";
   const int sets = 20 + static_cast<int>(random() % 40);
   for (int s = 0; s < sets; ++s) {
     const bool failing = s == sets - 2 && seed % 2 == 0;
@@ -254,7 +262,8 @@ std::string propertyDocument(unsigned seed) {
       xml += "<PropertyName" + attribute("Name", text(random, random() % 2 ? 300 : random() % 6)) +
              attribute("Optional", random() % 2 ? "yes" : "1") + attribute("Unit", random() % 2 ? "M2" : "\xBA" "c");
       if (random() % 7 != 0) xml += attribute("Rule", text(random, random() % 20));
-      xml += attribute("Type", types[random() % std::size(types)]) + ">" + element("Description", text(random, random() % 520)) +
+      xml += attribute("Type", types[random() % std::size(types)]) + ">" +
+             element("Description", text(random, random() % 520)) +
              element("Value", random() % 3 == 0 ? "$X" : random() % 2 ? "12.34567abc" : text(random, random() % 514)) +
              "</PropertyName>";
     }
@@ -275,7 +284,8 @@ std::string quantityDocument(unsigned seed) {
            attribute("Description", text(random, random() % 30)) +
            (s == sets - 2 && seed % 2 == 0 ? "" : attribute("typeZep", text(random, 520))) + ">";
     for (int q = static_cast<int>(random() % 6); q > 0; --q) {
-      xml += "<QuantityName" + attribute("Name", text(random, random() % 4)) + attribute("TypeQuorsel", kinds[random() % 3]);
+      xml += "<QuantityName" + attribute("Name", text(random, random() % 4)) +
+             attribute("TypeQuorsel", kinds[random() % 3]);
       if (random() % 7 != 0) xml += attribute("Export", random() % 2 ? "YES" : "no");
       xml += ">" + element("Description", text(random, random() % 515)) + element("Value", "12,5") + "</QuantityName>";
     }
@@ -288,7 +298,8 @@ std::string quantityDocument(unsigned seed) {
 std::vector<fs::path> filesIn(const std::string& folder, const char* extension) {
   std::vector<fs::path> files;
   std::error_code missing;
-  for (fs::directory_iterator it(fs::path(ORVANE_TEST_DATA) / ".." / ".." / folder, missing), end; !missing && it != end; ++it)
+  const fs::path path = fs::path(ORVANE_TEST_DATA) / ".." / ".." / folder;
+  for (fs::directory_iterator it(path, missing), end; !missing && it != end; ++it)
     if (it->path().extension() == extension) files.push_back(it->path());
   std::sort(files.begin(), files.end());
   return files;
@@ -322,7 +333,8 @@ TEST_F(DifferentialTest, GeneratedDocuments) {
 
 TEST_F(DifferentialTest, SampleAndCorpusDocuments) {
   std::vector<fs::path> files;
-  for (const char* folder : {"samples", "samples/ifc4", "fuzz/corpus/pset_reader", "fuzz/corpus/qset_reader", "fuzz/corpus/round_trip"}) {
+  for (const char* folder :
+       {"samples", "samples/ifc4", "fuzz/corpus/pset_reader", "fuzz/corpus/qset_reader", "fuzz/corpus/round_trip"}) {
     const std::vector<fs::path> found = filesIn(folder, ".xml");
     files.insert(files.end(), found.begin(), found.end());
   }
@@ -342,7 +354,8 @@ void compareMergeCorpus(const char* folder, Compare compareDocument) {
   for (const fs::path& file : filesIn(folder, ".bin")) {
     SCOPED_TRACE(file.string());
     const std::string bytes = readBytes(file);
-    const auto input = orvane::fuzz::splitMergeInput<Record>(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
+    const auto input =
+        orvane::fuzz::splitMergeInput<Record>(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
     const std::string document(input.document);
     compareDocument(&document, 0, &input.records);
   }
@@ -372,7 +385,8 @@ TEST_F(DifferentialTest, ChunkedSaveMatchesOneWholePrint) {
       whole, doc.enums, [&] { for (const auto& set : doc.propertySets) orvane::xml::writePropertySet(whole, set); },
       [] {});
   std::string expected;
-  for (const char* c = whole.CStr(); *c != '\0'; ++c) expected += *c == '\r' ? "&#13;" : *c == '\n' ? "\r\n" : std::string(1, *c);
+  for (const char* c = whole.CStr(); *c != '\0'; ++c)
+    expected += *c == '\r' ? "&#13;" : *c == '\n' ? "\r\n" : std::string(1, *c);
   ASSERT_GT(expected.size(), 4u * 65536u);
   orvane::test::TempDir dir(orvane::test::TempDir::Place::kMemory);
   doc.graba(dir.file("doc.xml").c_str());

@@ -69,7 +69,8 @@ constexpr orvane::FileSystem kCountingCalls{
       return interrupted() || failsNow("read", fileOf(fd)) ? -1 : real().read(fd, buffer, size);
     },
     [](int fd, const void* bytes, std::size_t size) -> ssize_t {
-      return interrupted() || failsNow("write", fileOf(fd)) ? -1 : real().write(fd, bytes, std::min(size, faults.maxWrite));
+      if (interrupted() || failsNow("write", fileOf(fd))) return -1;
+      return real().write(fd, bytes, std::min(size, faults.maxWrite));
     },
     ON_FD(fsync), ON_FD(fchmod),
     [](int fd) {  // Linux releases a descriptor even when close reports an error, so the real close always runs
@@ -134,7 +135,8 @@ class FileCallsFailing : public ::testing::Test {
     return faults.calls;
   }
 
-  static std::size_t firstCall(const std::vector<Call>& calls, std::size_t from, const char* operation, const char* end) {
+  static std::size_t firstCall(const std::vector<Call>& calls, std::size_t from, const char* operation,
+                               const char* end) {
     const auto found = std::find_if(calls.begin() + long(from), calls.end(), [&](const Call& call) {
       return call.operation == operation && call.path.size() >= std::strlen(end) &&
              call.path.compare(call.path.size() - std::strlen(end), std::string::npos, end) == 0;
@@ -186,7 +188,8 @@ TYPED_TEST(FileCallsFailing, EachCallFailingLeavesWholeFilesAndNoLeftovers) {
           EXPECT_TRUE(faults.open.empty()) << "a descriptor was left open";
         }
         if (!existing) {
-          EXPECT_EQ(this->dir.names(), i <= documentRename ? std::set<std::string>{} : std::set<std::string>{"doc.xml"});
+          const std::set<std::string> none, document{"doc.xml"};
+          EXPECT_EQ(this->dir.names(), i <= documentRename ? none : document);
           if (i > documentRename) { EXPECT_EQ(readBytes(this->path), this->newBytes); }
           continue;
         }

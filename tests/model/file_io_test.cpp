@@ -35,7 +35,8 @@ TEST(FileIo, LinksAreWrittenThroughAndALoopIsRefused) {
   EXPECT_FALSE(orvane::writeTextFile(dir.file("a.xml").c_str(), "x"));
   EXPECT_EQ(readBytes(dir.file("new.xml")), "new");
   EXPECT_EQ(readBytes(dir.file("real.xml")), "new");
-  for (const char* link : {"dangling.xml", "one.xml", "two.xml", "a.xml", "b.xml"}) EXPECT_TRUE(fs::is_symlink(dir.file(link))) << link;
+  for (const char* link : {"dangling.xml", "one.xml", "two.xml", "a.xml", "b.xml"})
+    EXPECT_TRUE(fs::is_symlink(dir.file(link))) << link;
   EXPECT_EQ(dir.names().size(), 7u);
 }
 
@@ -136,8 +137,9 @@ const struct SaveCase {
   const char *document, *backup;   // their bytes after the save
   void (*check)(const SaveScene&);  // what else the case must keep
 } kSaveCases[] = {
-    {"a read-only document of the saver is left as it was", true, [](Scene s) { s.own(s.path, kNobody, kNobody, 0444); },
-     false, "old", "(missing)", [](const SaveScene& s) { EXPECT_EQ((statOf(s.path).st_mode & 07777), 0444u); }},
+    {"a read-only document of the saver is left as it was", true,
+     [](Scene s) { s.own(s.path, kNobody, kNobody, 0444); }, false, "old", "(missing)",
+     [](const SaveScene& s) { EXPECT_EQ((statOf(s.path).st_mode & 07777), 0444u); }},
     {"root's document in a folder the saver may write is left as it was", true, [](Scene) {}, false, "old", "(missing)",
      nullptr},
     {"another owner's document the saver's group may write keeps its owner (written in place)", true,
@@ -148,7 +150,8 @@ const struct SaveCase {
        EXPECT_EQ(statOf(s.path).st_mode & 07777, 0660u);
      }},
     {"an older backup the saver could not write is kept", true,
-     [](Scene s) { s.own(s.path, kNobody, kNobody, 0644), writeBytes(s.backup, "older"); }, true, "new", "older", nullptr},
+     [](Scene s) { s.own(s.path, kNobody, kNobody, 0644), writeBytes(s.backup, "older"); }, true, "new", "older",
+     nullptr},
     {"a link planted at the backup's name is replaced, not followed", true,
      [](Scene s) {
        s.own(s.path, kNobody, kNobody, 0644);
@@ -156,10 +159,17 @@ const struct SaveCase {
        s.own(s.other, kNobody, kNobody, 0600);
        fs::create_symlink(s.other, s.backup);
      },
-     true, "new", "old", [](const SaveScene& s) { EXPECT_EQ(bytesOf(s.other), "private"); EXPECT_EQ((statOf(s.other).st_mode & 07777), 0600u); }},
-    {"root keeps root's powers over a read-only document", false, [](Scene s) { s.own(s.path, kNobody, kNobody, 0444); },
      true, "new", "old",
-     [](const SaveScene& s) { EXPECT_EQ((statOf(s.path).st_mode & 07777), 0444u); EXPECT_EQ(statOf(s.backup).st_uid, kNobody); }},
+     [](const SaveScene& s) {
+       EXPECT_EQ(bytesOf(s.other), "private");
+       EXPECT_EQ((statOf(s.other).st_mode & 07777), 0600u);
+     }},
+    {"root keeps root's powers over a read-only document", false,
+     [](Scene s) { s.own(s.path, kNobody, kNobody, 0444); }, true, "new", "old",
+     [](const SaveScene& s) {
+       EXPECT_EQ((statOf(s.path).st_mode & 07777), 0444u);
+       EXPECT_EQ(statOf(s.backup).st_uid, kNobody);
+     }},
     {"owner, group, mode, ACL and extended attributes are kept", false,
      [](Scene s) {
        s.own(s.path, kSomeoneElse, kSomeoneElse, 0640);
@@ -188,7 +198,10 @@ const struct SaveCase {
        ASSERT_EQ(::link(s.path.c_str(), s.backup.c_str()), 0);
      },
      true, "new", "old",  // not written in place: the old file is the backup
-     [](const SaveScene& s) { EXPECT_EQ(statOf(s.backup).st_ino, s.oldInode); EXPECT_EQ(statOf(s.backup).st_nlink, 1u); }},
+     [](const SaveScene& s) {
+       EXPECT_EQ(statOf(s.backup).st_ino, s.oldInode);
+       EXPECT_EQ(statOf(s.backup).st_nlink, 1u);
+     }},
     {"a FIFO at the backup's name is replaced by the backup", false,
      [](Scene s) { ASSERT_EQ(::mkfifo(s.backup.c_str(), 0666), 0); }, true, "new", "old", nullptr},
     {"a folder at the backup's name stays and the document is saved", false,

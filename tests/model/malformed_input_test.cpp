@@ -25,8 +25,9 @@ namespace {
 struct PsetKind {
   using Document = CIfcProyectPSet;
   static constexpr const char* kGolden = "pset_small.xml";
-  static constexpr const char* kEmpty = "<?xml version=\"1.0\" encoding=\"UTF8\"?>\r\n<PropertySetsBIM>\r\n    <TypesEnum/>"
-                                        "\r\n    <PropertiesSet/>\r\n    <RelationsIfcElementWithPSet/>\r\n</PropertySetsBIM>\r\n";
+  static constexpr const char* kEmpty =
+      "<?xml version=\"1.0\" encoding=\"UTF8\"?>\r\n<PropertySetsBIM>\r\n    <TypesEnum/>\r\n    <PropertiesSet/>\r\n"
+      "    <RelationsIfcElementWithPSet/>\r\n</PropertySetsBIM>\r\n";
   static constexpr int kResultWithoutRoot = 0;
   static std::vector<std::string> messagesWithoutRoot() { return {"Error lectura XML. CIfcProyectPSet"}; }
   static constexpr const char* kRoot = "PropertySetsBIM";
@@ -67,7 +68,7 @@ std::string utf16(const std::string& text, bool bigEndian) {
 enum class Outcome { kNotXml, kNoRoot, kLoads };
 
 template <class Kind>
-class Documents : public ::testing::Test {
+class DocumentFiles : public ::testing::Test {
  protected:
   using Document = typename Kind::Document;
 
@@ -78,7 +79,8 @@ class Documents : public ::testing::Test {
     addSet(doc, "Previo");
     const int result = doc.lee(path);
     EXPECT_EQ(result, outcome == Outcome::kLoads ? 1 : outcome == Outcome::kNoRoot ? Kind::kResultWithoutRoot : 0);
-    EXPECT_EQ(messages.messages(), outcome == Outcome::kNoRoot ? Kind::messagesWithoutRoot() : std::vector<std::string>{});
+    const std::vector<std::string> none;
+    EXPECT_EQ(messages.messages(), outcome == Outcome::kNoRoot ? Kind::messagesWithoutRoot() : none);
     if (outcome != Outcome::kLoads) { EXPECT_EQ(setNames(doc), std::vector<std::string>{"Previo"}); }
   }
 
@@ -88,11 +90,11 @@ class Documents : public ::testing::Test {
 };
 
 using Kinds = ::testing::Types<PsetKind, QsetKind>;
-TYPED_TEST_SUITE(Documents, Kinds);
+TYPED_TEST_SUITE(DocumentFiles, Kinds);
 
 // With a golden file made from a document of one of everything, a read or a write that lost or
 // changed a field would show here. ORVANE_UPDATE_GOLDEN=1 rewrites it from what a save now gives.
-TYPED_TEST(Documents, TheGoldenFileLoadsAndSavesAsItWas) {
+TYPED_TEST(DocumentFiles, TheGoldenFileLoadsAndSavesAsItWas) {
   MessageRecorder messages;
   typename TypeParam::Document doc;
   ASSERT_EQ(doc.lee((std::string(ORVANE_TEST_DATA) + "/golden/" + TypeParam::kGolden).c_str()), 1);
@@ -104,14 +106,14 @@ TYPED_TEST(Documents, TheGoldenFileLoadsAndSavesAsItWas) {
   EXPECT_EQ(readBytes(this->dir.file("empty.xml")), TypeParam::kEmpty);  // every list, even empty
 }
 
-TYPED_TEST(Documents, ALoadAddsToTheDocumentAndSortsOldAndNewTogether) {
+TYPED_TEST(DocumentFiles, ALoadAddsToTheDocumentAndSortsOldAndNewTogether) {
   typename TypeParam::Document doc;
   for (const char* name : {"M", "a", "M"}) ASSERT_EQ(doc.lee(this->write(TypeParam::withSetNamed(name)).c_str()), 1);
   EXPECT_EQ(setNames(doc), (std::vector<std::string>{"a", "M", "M"}));
   if constexpr (std::is_same_v<TypeParam, PsetKind>) { EXPECT_EQ(doc.relations.size(), 3u); }
 }
 
-TYPED_TEST(Documents, MalformedFilesGiveTheirResultAndMessage) {
+TYPED_TEST(DocumentFiles, MalformedFilesGiveTheirResultAndMessage) {
   const std::string valid = TypeParam::withSetNamed("Muros");
   const struct { const char* name; std::string bytes; Outcome outcome; } rows[] = {
       {"an empty file", "", Outcome::kNotXml},
@@ -133,7 +135,7 @@ TYPED_TEST(Documents, MalformedFilesGiveTheirResultAndMessage) {
 }
 
 // A FIFO would block an ordinary open until some writer came; it is no document either.
-TYPED_TEST(Documents, PathsThatNameNoFileGiveZeroWithoutMessage) {
+TYPED_TEST(DocumentFiles, PathsThatNameNoFileGiveZeroWithoutMessage) {
   const std::string folder = this->dir.path().string(), fifo = this->dir.file("pipe.xml");
   const std::string missingFolder = this->dir.file("no/such/folder/doc.xml"), missingFile = this->dir.file("none.xml");
   ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
@@ -146,7 +148,7 @@ TYPED_TEST(Documents, PathsThatNameNoFileGiveZeroWithoutMessage) {
 
 // A saved document cut anywhere: inside the declaration it is no XML; right after it, only blanks
 // follow, which parses as a file without root; inside the root it is no XML again until its end tag.
-TYPED_TEST(Documents, EveryPrefixOfASavedDocumentGivesItsResult) {
+TYPED_TEST(DocumentFiles, EveryPrefixOfASavedDocumentGivesItsResult) {
   typename TypeParam::Document saved;
   ASSERT_EQ(saved.lee(this->write(TypeParam::withSetNamed("Muros")).c_str()), 1);
   saved.graba(this->dir.file("full.xml").c_str());
@@ -164,7 +166,7 @@ TYPED_TEST(Documents, EveryPrefixOfASavedDocumentGivesItsResult) {
 
 // A name past its field is cut on load and saved cut; invalid UTF-8 passes through unchanged; a
 // carriage return, which XML reads back as a line feed unless written as a reference, survives.
-TYPED_TEST(Documents, OddNamesLoadAndSaveAsTheyWereRead) {
+TYPED_TEST(DocumentFiles, OddNamesLoadAndSaveAsTheyWereRead) {
   const std::string invalidUtf8 = "\xC3\x28\xFF\xFE\xED\xA0\x80\xC0\xAF";
   const struct { std::string inFile, loaded; } rows[] = {
       {invalidUtf8, invalidUtf8},
@@ -186,7 +188,7 @@ TYPED_TEST(Documents, OddNamesLoadAndSaveAsTheyWereRead) {
 }
 
 // Renaming over a folder or a device would destroy it.
-TYPED_TEST(Documents, SavingToPathsThatNameNoRegularFileGivesOneAndChangesNothing) {
+TYPED_TEST(DocumentFiles, SavingToPathsThatNameNoRegularFileGivesOneAndChangesNothing) {
   typename TypeParam::Document doc;
   addSet(doc, "Muros");
   const std::string folder = this->dir.file("folder"), withSlash = folder + "/";

@@ -13,9 +13,12 @@
 using namespace orvane::test;
 
 TEST(PsetDocument, FilesLoadAs) {
-  const std::string noRule = "<PropertyName Name=\"A\" Optional=\"No\" Type=\"String\"><Description/><Value/></PropertyName>";
-  const std::string noValue = "<PropertyName Name=\"B\" Optional=\"No\" Rule=\"\" Type=\"String\"><Description/></PropertyName>";
-  const std::string noName = "<PropertyName Optional=\"No\" Rule=\"\" Type=\"String\"><Description/><Value/></PropertyName>";
+  const std::string noRule =
+      "<PropertyName Name=\"A\" Optional=\"No\" Type=\"String\"><Description/><Value/></PropertyName>";
+  const std::string noValue =
+      "<PropertyName Name=\"B\" Optional=\"No\" Rule=\"\" Type=\"String\"><Description/></PropertyName>";
+  const std::string noName =
+      "<PropertyName Optional=\"No\" Rule=\"\" Type=\"String\"><Description/><Value/></PropertyName>";
   const std::string propertyError = "Error lectura XML. CIfcPropertyName", enumError = "Error lectura XML. CIfcEnum";
   const std::string emptyType = "<TypeEnum Name=\"B\" Description=\"\"><Elements/></TypeEnum>";
   const struct {
@@ -32,8 +35,9 @@ TEST(PsetDocument, FilesLoadAs) {
                 propertySet("beta") + propertySet("Alfa") + propertySet("alpha")),
        1, {"type B:", "type zona:", "set Alfa:", "set alpha:", "set beta:"}, {}},
       {"relations in file order; one missing a name left out silently",
-       psetFile("", "", "<RelationIfcElementWithPSet PSet=\"Z\" Object=\"IfcWall\"/><RelationIfcElementWithPSet PSet=\"Q\"/>"
-                        "<RelationIfcElementWithPSet PSet=\"A\" Object=\"IfcSlab\"/>"),
+       psetFile("", "",
+                "<RelationIfcElementWithPSet PSet=\"Z\" Object=\"IfcWall\"/><RelationIfcElementWithPSet PSet=\"Q\"/>"
+                "<RelationIfcElementWithPSet PSet=\"A\" Object=\"IfcSlab\"/>"),
        1, {"relation Z IfcWall", "relation A IfcSlab"}, {}},
       {"enumerated values keep codes (no digits: 0) and order",
        psetFile("<TypeEnum Name=\"Colores\" Description=\"c\"><Elements><Element Value=\"7\">Rojo</Element>"
@@ -48,7 +52,9 @@ TEST(PsetDocument, FilesLoadAs) {
       {"a type missing its elements ends the reading of types",
        psetFile("<TypeEnum Name=\"A\" Description=\"\"/>" + emptyType, ""), 1, {}, {enumError}},
       {"a value with an empty literal fails its type, and the reading of types ends there",
-       psetFile("<TypeEnum Name=\"A\" Description=\"\"><Elements><Element Value=\"0\"/></Elements></TypeEnum>" + emptyType, ""),
+       psetFile("<TypeEnum Name=\"A\" Description=\"\"><Elements><Element Value=\"0\"/></Elements></TypeEnum>" +
+                    emptyType,
+                ""),
        1, {}, {enumError}},
   };
   TempDir dir;

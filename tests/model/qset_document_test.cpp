@@ -13,10 +13,13 @@ using namespace orvane::test;
 
 namespace {
 
-std::string emptySet(const std::string& name) { return "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"\"/>"; }
+std::string emptySet(const std::string& name) {
+  return "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"\"/>";
+}
 
 TEST(QsetDocument, FilesLoadAs) {
-  const std::string area = " TypeQuorsel=\"IfcAreaMeasure\"><Description>d</Description><Value>1</Value></QuantityName>";
+  const std::string area =
+      " TypeQuorsel=\"IfcAreaMeasure\"><Description>d</Description><Value>1</Value></QuantityName>";
   const std::string quantityError = "Error lectura XML. CIfcQuantityName";
   const struct {
     const char* what;
@@ -24,9 +27,11 @@ TEST(QsetDocument, FilesLoadAs) {
     Outline holds;
     std::vector<std::string> messages;
   } rows[] = {
-      {"another root reads as empty, without a message", psetFile("", "<PropertySet Name=\"A\" Description=\"\"/>"), {}, {}},
-      {"missing lists read as empty", "<QuantitiesSetQuorsel><QuantitiesSet>" + emptySet("S") + "</QuantitiesSet></QuantitiesSetQuorsel>",
-       {"set S:"}, {}},
+      {"another root reads as empty, without a message", psetFile("", propertySet("A")), {}, {}},
+      {"missing lists read as empty",
+       "<QuantitiesSetQuorsel><QuantitiesSet>" + emptySet("S") + "</QuantitiesSet></QuantitiesSetQuorsel>",
+       {"set S:"},
+       {}},
       {"sets sorted by name, types and objects in file order",
        qsetFile("<TypeQuorsel>z</TypeQuorsel><TypeQuorsel>a</TypeQuorsel>",
                 "<ObjectQuorsel>Superficie</ObjectQuorsel><ObjectQuorsel>Eje</ObjectQuorsel>",
@@ -44,7 +49,8 @@ TEST(QsetDocument, FilesLoadAs) {
        qsetFile("<TypeQuorsel>IfcLengthMeasure</TypeQuorsel><TypeQuorsel/><TypeQuorsel>IfcVolumeMeasure</TypeQuorsel>",
                 "<ObjectQuorsel>Eje</ObjectQuorsel><ObjectQuorsel></ObjectQuorsel><ObjectQuorsel>Muro</ObjectQuorsel>",
                 emptySet("S")),
-       {"type IfcLengthMeasure", "object Eje", "set S:"}, {"Error lectura XML. CIfcType", "Error lectura XML. CIfcObject"}},
+       {"type IfcLengthMeasure", "object Eje", "set S:"},
+       {"Error lectura XML. CIfcType", "Error lectura XML. CIfcObject"}},
   };
   TempDir dir;
   for (const auto& row : rows) {

@@ -23,9 +23,10 @@ TEST(QuantityRecords, ElementsFillTheirFields) {
   };
   for (const auto& row : rows) {
     SCOPED_TRACE(row.attributes);
+    const std::string quantity =
+        "<QuantityName Name=\"A\" " + row.attributes + "><Description>d</Description>" + row.value + "</QuantityName>";
     const CIfcProyectQSet doc = load<CIfcProyectQSet>(
-        dir, qsetFile("", "", "<QuantitySet Name=\"S\" Description=\"\" typeZep=\"\"><QuantityName Name=\"A\" " +
-                                  row.attributes + "><Description>d</Description>" + row.value + "</QuantityName></QuantitySet>"));
+        dir, qsetFile("", "", "<QuantitySet Name=\"S\" Description=\"\" typeZep=\"\">" + quantity + "</QuantitySet>"));
     ASSERT_EQ(doc.quantitySets.size(), 1u);
     ASSERT_EQ(doc.quantitySets[0].quantities.size(), 1u);
     const CIfcQuantityName& q = doc.quantitySets[0].quantities[0];

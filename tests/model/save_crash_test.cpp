@@ -43,7 +43,8 @@ TEST(SaveCrash, AKilledSaveLeavesTheOldOrTheNewDocument) {
   oldDoc.graba(path.c_str());
   const std::string oldBytes = readBytes(path);
   // Delays up to a few saves' time put the kill anywhere in a save, also in the first one.
-  const auto window = std::chrono::duration_cast<std::chrono::microseconds>(3 * (std::chrono::steady_clock::now() - start));
+  const auto window =
+      std::chrono::duration_cast<std::chrono::microseconds>(3 * (std::chrono::steady_clock::now() - start));
   std::mt19937 random(20261121);
   std::uniform_int_distribution<long> delay(0, std::max<long>(window.count(), 200));
   int sawOld = 0, sawNew = 0;
@@ -76,7 +77,8 @@ TEST(SaveCrash, AKilledSaveLeavesTheOldOrTheNewDocument) {
     ASSERT_EQ(loaded.propertySets.size(), bytes == oldBytes ? 20u : 30u);
     for (const std::string& name : dir.names()) {
       if (name == "doc.xml") continue;
-      ASSERT_TRUE(name == "doc.xml.bak" || name == ".doc.xml.orvane-save" || name == ".doc.xml.bak.orvane-save") << name;
+      ASSERT_TRUE(name == "doc.xml.bak" || name == ".doc.xml.orvane-save" || name == ".doc.xml.bak.orvane-save")
+          << name << " was left";
       const std::string other = readBytes(dir.file(name));
       ASSERT_TRUE(other == oldBytes || other == newBytes) << name << " is not whole";
     }
