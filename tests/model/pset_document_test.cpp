@@ -3,12 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
-#include "support/documents.h"
-#include "support/message_recorder.h"
-#include "support/outline.h"
-#include "support/temp_dir.h"
+#include "document_kinds.h"
 
 using namespace orvane::test;
 
@@ -21,13 +17,7 @@ TEST(PsetDocument, FilesLoadAs) {
       "<PropertyName Optional=\"No\" Rule=\"\" Type=\"String\"><Description/><Value/></PropertyName>";
   const std::string propertyError = "Error lectura XML. CIfcPropertyName", enumError = "Error lectura XML. CIfcEnum";
   const std::string emptyType = "<TypeEnum Name=\"B\" Description=\"\"><Elements/></TypeEnum>";
-  const struct {
-    const char* what;
-    std::string file;
-    int result;
-    Outline holds;
-    std::vector<std::string> messages;
-  } rows[] = {
+  expectLoads<CIfcProyectPSet>({
       {"the root alone", "<PropertySetsBIM/>", 1, {}, {}},
       {"another root", "<?xml version=\"1.0\"?><QuantitiesSetQuorsel/>", 0, {}, {"Error lectura XML. CIfcProyectPSet"}},
       {"sets and types sorted by name ignoring case",
@@ -56,15 +46,5 @@ TEST(PsetDocument, FilesLoadAs) {
                     emptyType,
                 ""),
        1, {}, {enumError}},
-  };
-  TempDir dir;
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.what);
-    MessageRecorder shown;
-    int result = -1;
-    const CIfcProyectPSet doc = load<CIfcProyectPSet>(dir, row.file, &result);
-    EXPECT_EQ(result, row.result);
-    EXPECT_EQ(outline(doc), row.holds);
-    EXPECT_EQ(shown.messages(), row.messages);
-  }
+  });
 }
