@@ -17,8 +17,6 @@
 
 #include "document_kinds.h"
 #include "model/file_system.h"
-#include "support/message_recorder.h"
-#include "support/temp_dir.h"
 
 using namespace orvane::test;
 

@@ -10,10 +10,7 @@
 #include <vector>
 
 #include "document_kinds.h"
-#include "support/documents.h"
 #include "support/golden.h"
-#include "support/message_recorder.h"
-#include "support/temp_dir.h"
 
 using namespace orvane::test;
 namespace fs = std::filesystem;

@@ -4,10 +4,8 @@
 #include <sstream>
 #include <string>
 
+#include "document_kinds.h"
 #include "model/text.h"
-#include "support/documents.h"
-#include "support/message_recorder.h"
-#include "support/temp_dir.h"
 
 using namespace orvane::test;
 

@@ -4,9 +4,7 @@
 #include <sstream>
 #include <string>
 
-#include "support/documents.h"
-#include "support/message_recorder.h"
-#include "support/temp_dir.h"
+#include "document_kinds.h"
 
 using namespace orvane::test;
 

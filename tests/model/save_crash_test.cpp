@@ -19,8 +19,6 @@
 #include <thread>
 
 #include "document_kinds.h"
-#include "support/message_recorder.h"
-#include "support/temp_dir.h"
 
 using namespace orvane::test;
 
