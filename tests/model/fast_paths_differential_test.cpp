@@ -1,7 +1,7 @@
 // The exchange functions read and merge straight from the XML tree; the plain path reads the whole
 // document into records, merges those and saves documents. Over every document at hand (samples,
-// fuzz corpora, the IFC4 library when present, generated ones with ties, duplicates, failing
-// entries, over-long and multi-byte texts, carriage returns), both must give the same result,
+// fuzz corpora, generated ones with ties, duplicates, failing
+// entries, over-long and multi-byte texts, carriage returns), both must leave the same result,
 // records, files, backups and messages, byte for byte.
 #include <gtest/gtest.h>
 
@@ -22,8 +22,6 @@
 #include "model/document_outline.h"
 #include "model/file_system.h"
 #include "model/text.h"
-#include "orvane/ifc_proyect_pset.h"
-#include "orvane/ifc_proyect_qset.h"
 #include "orvane/orvane.h"
 #include "support/message_recorder.h"
 #include "support/temp_dir.h"
@@ -33,7 +31,6 @@ namespace {
 namespace fs = std::filesystem;
 using orvane::fieldText;
 using orvane::test::readBytes;
-using orvane::test::writeBytes;
 
 constexpr int kMaxRecords = 600;
 
@@ -125,8 +122,8 @@ struct Outcome {
 template <class Call>
 Outcome run(const std::string* document, std::string records, Call call) {
   orvane::test::TempDir dir(orvane::test::TempDir::Place::kMemory);
-  if (document != nullptr) writeBytes(dir.file("doc.xml"), *document);
-  writeBytes(dir.file("other.xml"), "older");
+  if (document != nullptr) dir.write("doc.xml", *document);
+  dir.write("other.xml", "older");
   Outcome outcome;
   {
     orvane::test::MessageRecorder recorder;
@@ -134,24 +131,13 @@ Outcome run(const std::string* document, std::string records, Call call) {
     outcome.messages = recorder.messages();
   }
   outcome.records = std::move(records);
-  for (const fs::directory_entry& entry : fs::directory_iterator(dir.path()))
-    outcome.files[entry.path().filename().string()] = readBytes(entry.path());
+  for (const std::string& name : dir.names()) outcome.files[name] = readBytes(dir.path() / name);
   return outcome;
 }
 
 template <class Record>
-std::string hostArray(std::size_t count) {
-  return std::string(count * sizeof(Record), '\xA5');  // bytes the library must leave where it writes nothing
-}
-
-template <class Record>
-std::string asBytes(const std::vector<Record>& records) {
+std::string bytesOf(const std::vector<Record>& records) {
   return {reinterpret_cast<const char*>(records.data()), records.size() * sizeof(Record)};
-}
-
-template <class Record>
-const Record* asRecords(const char* bytes) {
-  return reinterpret_cast<const Record*>(bytes);
 }
 
 // Records for a merge: what the document gives, some sets in other letter cases, repeats, new sets
@@ -162,11 +148,11 @@ std::vector<Record> mergeRecords(const std::string& got, int filled, unsigned se
   if (!records.empty()) std::memcpy(records.data(), got.data(), records.size() * sizeof(Record));
   std::mt19937 random(seed);
   for (Record& record : records) {
-    if (random() % 4 == 0) record.setName[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(record.setName[0])));
+    if (random() % 4 == 0) record.setName[0] = char(std::toupper(static_cast<unsigned char>(record.setName[0])));
     if (random() % 5 == 0) record = records[random() % records.size()];
   }
   for (int extra = 0; extra < 6; ++extra) {
-    Record record;
+    Record& record = records.emplace_back();
     std::memset(&record, extra == 5 ? 'x' : 0, sizeof record);  // the last one has no terminators at all
     std::snprintf(record.setName, sizeof record.setName, "%s", extra < 3 ? "Nuevo" : extra == 3 ? "NUEVO" : "nuevo 4");
     if constexpr (std::is_same_v<Record, FlatPropertyRecord>) {
@@ -181,60 +167,59 @@ std::vector<Record> mergeRecords(const std::string& got, int filled, unsigned se
       record.value = extra * 1.25;
     }
     if (extra == 5) std::memset(record.setName, 'x', sizeof record.setName);
-    records.push_back(record);
   }
   return records;
 }
 
-// Whether the exported reader `fastGet` and the plain path leave the same outcome; `fast` gets the
-// exported reader's.
-template <class Document, class Record>
-bool sameReads(const std::string* document, int (*fastGet)(const char*, Record*, int), Outcome& fast) {
-  fast = run(document, hostArray<Record>(kMaxRecords), [&](const char* p, const char*, char* r) {
-    return fastGet(p, reinterpret_cast<Record*>(r), kMaxRecords);
+// Compares the exported reader with the plain one, then hands `merges` the records to merge: those
+// given, or some made from what the reader gave.
+template <class Document, class Record, class Merges>
+void compare(const std::string* document, unsigned seed, const std::vector<Record>* given,
+             int (*fastGet)(const char*, Record*, int), Merges merges) {
+  const auto get = [&](auto function) {
+    return run(document, std::string(kMaxRecords * sizeof(Record), '\xA5'),  // bytes the library must leave alone
+               [&](const char* p, const char*, char* r) {
+                 return function(p, reinterpret_cast<Record*>(r), kMaxRecords);
+               });
+  };
+  const Outcome fast = get(fastGet);
+  ASSERT_TRUE(fast == get(plainGet<Document, Record>)) << "reading";
+  merges(given != nullptr ? *given : mergeRecords<Record>(fast.records, fast.result, seed));
+}
+
+void compareProperties(const std::string* document, unsigned seed,
+                       const std::vector<FlatPropertyRecord>* given = nullptr) {
+  compare<CIfcProyectPSet>(document, seed, given, getPropiedadesFichero, [&](const auto& records) {
+    for (int save : {1, 0}) {
+      const auto merge = [&](auto function) {
+        return run(document, bytesOf(records), [&](const char* p, const char* partial, char* r) {
+          return function(p, partial, reinterpret_cast<const FlatPropertyRecord*>(r), save * int(records.size()), save);
+        });
+      };
+      ASSERT_TRUE(merge(setPropiedadesFichero) == merge(plainSetProperties)) << "setPropiedadesFichero " << save;
+    }
   });
-  return fast == run(document, hostArray<Record>(kMaxRecords), [](const char* p, const char*, char* r) {
-           return plainGet<Document>(p, reinterpret_cast<Record*>(r), kMaxRecords);
-         });
 }
 
-void compareProperties(const std::string* document, unsigned seed, const std::vector<FlatPropertyRecord>* given) {
-  Outcome fast;
-  ASSERT_TRUE(sameReads<CIfcProyectPSet>(document, getPropiedadesFichero, fast)) << "getPropiedadesFichero";
-  const auto records = given ? *given : mergeRecords<FlatPropertyRecord>(fast.records, fast.result, seed);
-  for (int save : {1, 0}) {
-    const int count = save != 0 ? static_cast<int>(records.size()) : 0;
-    const auto merge = [&](auto function) {
-      return run(document, asBytes(records), [&](const char* p, const char* partial, char* r) {
-        return function(p, partial, asRecords<FlatPropertyRecord>(r), count, save);
-      });
-    };
-    ASSERT_TRUE(merge(setPropiedadesFichero) == merge(plainSetProperties)) << "setPropiedadesFichero " << save;
-  }
-}
-
-void compareQuantities(const std::string* document, unsigned seed, const std::vector<FlatQuantityRecord>* given) {
-  Outcome fast;
-  ASSERT_TRUE(sameReads<CIfcProyectQSet>(document, getCuantificadoresFichero, fast)) << "getCuantificadoresFichero";
-  const auto records = given ? *given : mergeRecords<FlatQuantityRecord>(fast.records, fast.result, seed);
-  const auto merge = [&](auto function) {
-    return run(document, asBytes(records), [&](const char* p, const char* out, char* r) {
-      return function(p, out, asRecords<FlatQuantityRecord>(r), static_cast<int>(records.size()));
-    });
-  };
-  ASSERT_TRUE(merge(setCuantificadoresFichero) == merge(plainSetQuantities)) << "setCuantificadoresFichero";
-  const auto mergeIntoItself = [&](auto function) {  // the output file is the document
-    return run(document, asBytes(records), [&](const char* p, const char*, char* r) {
-      return function(p, p, asRecords<FlatQuantityRecord>(r), static_cast<int>(records.size()));
-    });
-  };
-  ASSERT_TRUE(mergeIntoItself(setCuantificadoresFichero) == mergeIntoItself(plainSetQuantities));
+void compareQuantities(const std::string* document, unsigned seed,
+                       const std::vector<FlatQuantityRecord>* given = nullptr) {
+  compare<CIfcProyectQSet>(document, seed, given, getCuantificadoresFichero, [&](const auto& records) {
+    for (bool intoItself : {false, true}) {  // the output file is another one, or the document
+      const auto merge = [&](auto function) {
+        return run(document, bytesOf(records), [&](const char* p, const char* out, char* r) {
+          return function(p, intoItself ? p : out, reinterpret_cast<const FlatQuantityRecord*>(r), int(records.size()));
+        });
+      };
+      ASSERT_TRUE(merge(setCuantificadoresFichero) == merge(plainSetQuantities)) << "into itself " << intoItself;
+    }
+  });
 }
 
 // ---- The documents ----
 
 std::string text(std::mt19937& random, std::size_t length) {
-  static const char* const pieces[] = {"Muro", "muro", "MURO", "\xC3\xA9", "\xE2\x82\xAC", "\r\n", "\r", "<&>", "\xBA", " ", "a"};
+  static const char* const pieces[] = {"Muro", "muro", "MURO", "\xC3\xA9", "\xE2\x82\xAC", "\r\n",
+                                       "\r",    "<&>",  "\xBA", " ",        "a"};
   std::string out;
   while (out.size() < length) out += pieces[random() % std::size(pieces)];
   return out;
@@ -244,13 +229,11 @@ std::string text(std::mt19937& random, std::size_t length) {
 // parser reads CR LF as LF).
 std::string escaped(const std::string& value, bool inAttribute) {
   std::string out;
-  for (char c : value) {
-    if (c == '<') out += "&lt;";
-    else if (c == '&') out += "&amp;";
-    else if (c == '"') out += "&quot;";
-    else if (c == '\r' && inAttribute) out += "&#13;";
-    else out += c;
-  }
+  for (char c : value)
+    out += c == '<' ? "&lt;"
+         : c == '&' ? "&amp;"
+         : c == '"' ? "&quot;"
+         : c == '\r' && inAttribute ? "&#13;" : std::string(1, c);
   return out;
 }
 
@@ -268,28 +251,26 @@ std::string element(const char* name, const std::string& value) {
 std::string propertyDocument(unsigned seed) {
   std::mt19937 random(seed);
   const char* const types[] = {"Integer", "REAL", "string", "Boolean", "DateTime", "Lista", "integer"};
-  std::string xml = "<?xml version=\"1.0\"?><PropertySetsBIM><TypesEnum><TypeEnum Name=\"Lista\" Description=\"d\"><Elements>"
-                    "<Element Value=\"1\">uno</Element></Elements></TypeEnum></TypesEnum><PropertiesSet>";
+  std::string xml = "<?xml version=\"1.0\"?><PropertySetsBIM><TypesEnum><TypeEnum Name=\"Lista\" Description=\"d\">"
+                    "<Elements><Element Value=\"1\">uno</Element></Elements></TypeEnum></TypesEnum><PropertiesSet>";
   const int sets = 20 + static_cast<int>(random() % 40);
   for (int s = 0; s < sets; ++s) {
     const bool failing = s == sets - 2 && seed % 2 == 0;
     xml += "<PropertySet" + attribute("Name", text(random, random() % 3 == 0 ? 515 : random() % 12)) +
            (failing ? "" : attribute("Description", text(random, random() % 600))) + ">";
-    const int properties = static_cast<int>(random() % 6);
-    for (int p = 0; p < properties; ++p) {
+    for (int p = static_cast<int>(random() % 6); p > 0; --p) {
       xml += "<PropertyName" + attribute("Name", text(random, random() % 2 ? 300 : random() % 6)) +
              attribute("Optional", random() % 2 ? "yes" : "1") + attribute("Unit", random() % 2 ? "M2" : "\xBA" "c");
       if (random() % 7 != 0) xml += attribute("Rule", text(random, random() % 20));
-      xml += attribute("Type", types[random() % std::size(types)]) + ">";
-      xml += element("Description", text(random, random() % 520));
-      xml += element("Value", random() % 3 == 0 ? "$X" : random() % 2 ? "12.34567abc" : text(random, random() % 514));
-      xml += "</PropertyName>";
+      xml += attribute("Type", types[random() % std::size(types)]) + ">" +
+             element("Description", text(random, random() % 520)) +
+             element("Value", random() % 3 == 0 ? "$X" : random() % 2 ? "12.34567abc" : text(random, random() % 514)) +
+             "</PropertyName>";
     }
     xml += "</PropertySet>";
   }
-  xml += "</PropertiesSet><RelationsIfcElementWithPSet><RelationIfcElementWithPSet PSet=\"a\" Object=\"b\"/>"
-         "<RelationIfcElementWithPSet PSet=\"a\"/></RelationsIfcElementWithPSet></PropertySetsBIM>";
-  return xml;
+  return xml + "</PropertiesSet><RelationsIfcElementWithPSet><RelationIfcElementWithPSet PSet=\"a\" Object=\"b\"/>"
+               "<RelationIfcElementWithPSet PSet=\"a\"/></RelationsIfcElementWithPSet></PropertySetsBIM>";
 }
 
 std::string quantityDocument(unsigned seed) {
@@ -303,7 +284,8 @@ std::string quantityDocument(unsigned seed) {
            attribute("Description", text(random, random() % 30)) +
            (s == sets - 2 && seed % 2 == 0 ? "" : attribute("typeZep", text(random, 520))) + ">";
     for (int q = static_cast<int>(random() % 6); q > 0; --q) {
-      xml += "<QuantityName" + attribute("Name", text(random, random() % 4)) + attribute("TypeQuorsel", kinds[random() % 3]);
+      xml += "<QuantityName" + attribute("Name", text(random, random() % 4)) +
+             attribute("TypeQuorsel", kinds[random() % 3]);
       if (random() % 7 != 0) xml += attribute("Export", random() % 2 ? "YES" : "no");
       xml += ">" + element("Description", text(random, random() % 515)) + element("Value", "12,5") + "</QuantityName>";
     }
@@ -312,16 +294,16 @@ std::string quantityDocument(unsigned seed) {
   return xml + "</QuantitiesSet></QuantitiesSetQuorsel>";
 }
 
-std::vector<fs::path> filesIn(const fs::path& folder, const char* extension) {
+// The files of the project's `folder` ending in `extension`, sorted.
+std::vector<fs::path> filesIn(const std::string& folder, const char* extension) {
   std::vector<fs::path> files;
   std::error_code missing;
-  for (fs::directory_iterator it(folder, missing), end; !missing && it != end; ++it)
+  const fs::path path = fs::path(ORVANE_TEST_DATA) / ".." / ".." / folder;
+  for (fs::directory_iterator it(path, missing), end; !missing && it != end; ++it)
     if (it->path().extension() == extension) files.push_back(it->path());
   std::sort(files.begin(), files.end());
   return files;
 }
-
-const fs::path kRoot = fs::path(ORVANE_TEST_DATA) / ".." / "..";
 
 // Only the bytes written count here, not how the disk keeps them: saves skip their syncs, and the
 // folders are made in memory where the system allows.
@@ -341,20 +323,19 @@ class DifferentialTest : public ::testing::Test {
 TEST_F(DifferentialTest, GeneratedDocuments) {
   for (unsigned seed = 1; seed <= 24; ++seed) {
     SCOPED_TRACE(seed);
-    const std::string properties = propertyDocument(seed);
-    const std::string quantities = quantityDocument(seed);
-    compareProperties(&properties, seed, nullptr);
-    compareQuantities(&quantities, seed, nullptr);
+    const std::string properties = propertyDocument(seed), quantities = quantityDocument(seed);
+    compareProperties(&properties, seed);
+    compareQuantities(&quantities, seed);
   }
-  compareProperties(nullptr, 0, nullptr);  // no file at all
-  compareQuantities(nullptr, 0, nullptr);
+  compareProperties(nullptr, 0);  // no file at all
+  compareQuantities(nullptr, 0);
 }
 
 TEST_F(DifferentialTest, SampleAndCorpusDocuments) {
   std::vector<fs::path> files;
-  for (const char* folder : {"samples", "samples/ifc4", "fuzz/corpus/pset_reader", "fuzz/corpus/qset_reader",
-                             "fuzz/corpus/round_trip"}) {
-    const std::vector<fs::path> found = filesIn(kRoot / folder, ".xml");
+  for (const char* folder :
+       {"samples", "samples/ifc4", "fuzz/corpus/pset_reader", "fuzz/corpus/qset_reader", "fuzz/corpus/round_trip"}) {
+    const std::vector<fs::path> found = filesIn(folder, ".xml");
     files.insert(files.end(), found.begin(), found.end());
   }
   ASSERT_GT(files.size(), 40u);
@@ -362,39 +343,27 @@ TEST_F(DifferentialTest, SampleAndCorpusDocuments) {
   for (const fs::path& file : files) {
     SCOPED_TRACE(file.string());
     const std::string document = readBytes(file);
-    compareProperties(&document, ++seed, nullptr);
-    compareQuantities(&document, seed, nullptr);
+    compareProperties(&document, ++seed);
+    compareQuantities(&document, seed);
   }
 }
 
 // The merge corpora hold host records of any bytes with the document they go into.
-TEST_F(DifferentialTest, MergeCorpora) {
-  for (const fs::path& file : filesIn(kRoot / "fuzz/corpus/property_merge", ".bin")) {
+template <class Record, class Compare>
+void compareMergeCorpus(const char* folder, Compare compareDocument) {
+  for (const fs::path& file : filesIn(folder, ".bin")) {
     SCOPED_TRACE(file.string());
     const std::string bytes = readBytes(file);
-    const auto input = orvane::fuzz::splitMergeInput<FlatPropertyRecord>(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
+    const auto input =
+        orvane::fuzz::splitMergeInput<Record>(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
     const std::string document(input.document);
-    compareProperties(&document, 0, &input.records);
-  }
-  for (const fs::path& file : filesIn(kRoot / "fuzz/corpus/quantity_merge", ".bin")) {
-    SCOPED_TRACE(file.string());
-    const std::string bytes = readBytes(file);
-    const auto input = orvane::fuzz::splitMergeInput<FlatQuantityRecord>(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
-    const std::string document(input.document);
-    compareQuantities(&document, 0, &input.records);
+    compareDocument(&document, 0, &input.records);
   }
 }
 
-// The IFC4 property-set library, when this machine has it: files of another format, each refused
-// with the same message by both paths.
-TEST_F(DifferentialTest, Ifc4Library) {
-  const std::vector<fs::path> files = filesIn(kRoot / ".." / "shared" / "data" / "ifc4-psd", ".xml");
-  if (files.empty()) GTEST_SKIP() << "no IFC4 library beside the project";
-  for (std::size_t i = 0; i < files.size(); i += 8) {
-    SCOPED_TRACE(files[i].string());
-    const std::string document = readBytes(files[i]);
-    compareProperties(&document, static_cast<unsigned>(i), nullptr);
-  }
+TEST_F(DifferentialTest, MergeCorpora) {
+  compareMergeCorpus<FlatPropertyRecord>("fuzz/corpus/property_merge", compareProperties);
+  compareMergeCorpus<FlatQuantityRecord>("fuzz/corpus/quantity_merge", compareQuantities);
 }
 
 // A save prints in 64 KB chunks; the file must be what one whole print gives, with every carriage
@@ -416,7 +385,8 @@ TEST_F(DifferentialTest, ChunkedSaveMatchesOneWholePrint) {
       whole, doc.enums, [&] { for (const auto& set : doc.propertySets) orvane::xml::writePropertySet(whole, set); },
       [] {});
   std::string expected;
-  for (const char* c = whole.CStr(); *c != '\0'; ++c) expected += *c == '\r' ? "&#13;" : *c == '\n' ? "\r\n" : std::string(1, *c);
+  for (const char* c = whole.CStr(); *c != '\0'; ++c)
+    expected += *c == '\r' ? "&#13;" : *c == '\n' ? "\r\n" : std::string(1, *c);
   ASSERT_GT(expected.size(), 4u * 65536u);
   orvane::test::TempDir dir(orvane::test::TempDir::Place::kMemory);
   doc.graba(dir.file("doc.xml").c_str());

@@ -1,0 +1,69 @@
+// The two documents side by side, for the tests that hold for both.
+#ifndef ORVANE_TESTS_MODEL_DOCUMENT_KINDS_H
+#define ORVANE_TESTS_MODEL_DOCUMENT_KINDS_H
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+#include <type_traits>
+#include <vector>
+
+#include "orvane/ifc_proyect_pset.h"
+#include "orvane/ifc_proyect_qset.h"
+#include "support/documents.h"
+#include "support/message_recorder.h"
+#include "support/outline.h"
+
+namespace orvane::test {
+
+template <class Document>
+auto& setsOf(Document& doc) {
+  if constexpr (std::is_same_v<std::remove_const_t<Document>, CIfcProyectPSet>) return doc.propertySets;
+  else return doc.quantitySets;
+}
+
+template <class Document>
+std::vector<std::string> setNames(const Document& doc) {
+  std::vector<std::string> names;
+  for (const auto& set : setsOf(doc)) names.emplace_back(set.name);
+  return names;
+}
+
+// Appends a set named `name` with `members` empty properties or quantities.
+template <class Document>
+void addSet(Document& doc, const char* name, std::size_t members = 0) {
+  auto& set = setsOf(doc).emplace_back();
+  std::strcpy(set.name, name);
+  if constexpr (std::is_same_v<Document, CIfcProyectPSet>) set.properties.resize(members);
+  else set.quantities.resize(members);
+}
+
+using DocumentTypes = ::testing::Types<CIfcProyectPSet, CIfcProyectQSet>;
+
+// A file as the document it loads: lee's result, what the document holds and the messages shown.
+struct LoadRow {
+  const char* what;
+  std::string file;
+  int result;
+  Outline holds;
+  std::vector<std::string> messages;
+};
+
+template <class Document>
+void expectLoads(const std::vector<LoadRow>& rows) {
+  TempDir dir;
+  for (const LoadRow& row : rows) {
+    SCOPED_TRACE(row.what);
+    MessageRecorder shown;
+    int result = -1;
+    const Document doc = load<Document>(dir, row.file, &result);
+    EXPECT_EQ(result, row.result);
+    EXPECT_EQ(outline(doc), row.holds);
+    EXPECT_EQ(shown.messages(), row.messages);
+  }
+}
+
+}  // namespace orvane::test
+
+#endif
