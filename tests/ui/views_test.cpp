@@ -1,0 +1,308 @@
+// The list and form views. The dialogs' rules are the editors' own; a view adds the wiring of its
+// lists, buttons, edits and drop-downs to the dialog, and the keys of its lists.
+#include <QCheckBox>
+#include <QHeaderView>
+#include <QLabel>
+#include <QRadioButton>
+#include <cstdio>
+#include <cstring>
+
+#include "support/temp_dir.h"
+#include "ui_fixture.h"
+
+using namespace orvane;
+using namespace orvane::test;
+
+namespace {
+
+class SetListView : public UiTest {
+ protected:
+  CPropertiesSetDlg logic{services, {makeSet("Losas"), makeSet("Muros"), makeSet("Ventanas")}, {}};
+  PropertiesSetView view{logic};
+  ReportList* sets() { return child<ReportList>(view, "sets"); }
+};
+
+TEST_F(SetListView, ShowsOneRowPerSetInColumnsAsWideAsTheirTextsAndTitles) {
+  const char* longText = "Propiedades comunes de los muros de carga y de cerramiento";
+  setText(logic.propertySets[1].description, longText);
+  open(view, logic);
+  EXPECT_EQ(columnTitles(sets()), (QStringList{"Nombre", QString::fromUtf8("Descripción")}));
+  EXPECT_EQ(rowTexts(sets(), 1), (QStringList{"Muros", longText}));
+  const QFontMetrics text(sets()->font());
+  EXPECT_GE(sets()->columnWidth(0), QFontMetrics(sets()->horizontalHeader()->font()).horizontalAdvance("Nombre"));
+  EXPECT_GE(sets()->columnWidth(0), text.horizontalAdvance("Ventanas"));
+  EXPECT_LT(sets()->columnWidth(0), sets()->viewport()->width() / 2);  // fitted, not half the list
+  EXPECT_GE(sets()->columnWidth(1), text.horizontalAdvance(longText));
+}
+
+// The template's texts are replaced even by the empty texts of a message file that is missing.
+TEST_F(SetListView, WithoutAMessageFileTheCaptionsAreEmpty) {
+  setRutaMensajes("/nonexistent/messages.txt");
+  open(view, logic);
+  EXPECT_EQ(view.windowTitle(), "");
+  EXPECT_EQ(child<QPushButton>(view, "insertButton")->text(), "");
+  EXPECT_EQ(columnTitles(sets()), (QStringList{"", ""}));
+}
+
+// A click off the rows chooses none; Ctrl+click adds rows to what "Guardar como..." records.
+TEST_F(SetListView, ClicksChooseTheRowsThatSaveAsRecords) {
+  open(view, logic);
+  clickRow(sets(), 1);
+  EXPECT_EQ(logic.currentRow, 1);
+  QTest::mouseClick(sets()->viewport(), Qt::LeftButton, {}, QPoint(5, sets()->viewport()->height() - 2));
+  EXPECT_EQ(logic.currentRow, -1);
+  clickRow(sets(), 0);
+  clickRow(sets(), 2, Qt::ControlModifier);
+  click(view, "saveAsButton");
+  EXPECT_EQ(view.result(), kDialogSaveAs);
+  EXPECT_EQ(std::vector<int>(logic.selection.rows.begin(), logic.selection.rows.begin() + logic.selection.count),
+            (std::vector<int>{0, 2}));
+}
+
+TEST_F(SetListView, ADoubleClickOpensTheSetAndItsChangesComeBack) {
+  open(view, logic);
+  whenDialogOpens<PropertiesOfSetView>([](PropertiesOfSetView& set) {
+    EXPECT_EQ(child<QLineEdit>(set, "nameEdit")->text(), "Muros");
+    typeInto(set, "descriptionEdit", "Cerramientos");
+    click(set, "okButton");
+  });
+  clickRow(sets(), 1);
+  doubleClickRow(sets(), 1);
+  EXPECT_EQ(rowTexts(sets(), 1), (QStringList{"Muros", "Cerramientos"}));
+}
+
+TEST_F(SetListView, ImportReadsTheFileThePickerChose) {
+  TempDir dir;
+  writeBytes(dir.file("importar.csv"), "Puertas;Ancho;Ancho de paso;Real;0.9\n");
+  services.pickedFiles = {u(dir.file("importar.csv").c_str())};
+  open(view, logic);
+  click(view, "importButton");
+  ASSERT_EQ(sets()->rowCount(), 4);
+  EXPECT_EQ(rowTexts(sets(), 3).front(), "Puertas");
+}
+
+// The keys of a list, on the first row reached with End then Home: Enter and F2 edit it, Insert
+// inserts, Delete asks first and leaves the same row selected; none ends the dialog, Tab leaves.
+struct ListKey {
+  Qt::Key key;
+  const char* opened;  // the name the set editor opened with; null for Delete
+};
+void PrintTo(const ListKey& c, std::ostream* out) { *out << "key 0x" << std::hex << c.key; }
+
+class SetListKeys : public SetListView, public ::testing::WithParamInterface<ListKey> {};
+
+TEST_P(SetListKeys, ActOnTheRowReachedAndLeaveTheDialogOpen) {
+  const ListKey& c = GetParam();
+  services.answers = {true};
+  open(view, logic);
+  QApplication::setActiveWindow(&view);
+  sets()->setFocus();
+  QTest::keyClick(sets(), Qt::Key_End);
+  EXPECT_EQ(logic.currentRow, 2);
+  QTest::keyClick(sets(), Qt::Key_Home);
+  QString opened;
+  if (c.opened != nullptr)
+    whenDialogOpens<PropertiesOfSetView>([&](PropertiesOfSetView& set) {
+      opened = child<QLineEdit>(set, "nameEdit")->text();
+      click(set, "cancelButton");
+    });
+  QTest::keyClick(sets(), c.key);
+  EXPECT_EQ(opened, c.opened != nullptr ? c.opened : "");
+  EXPECT_EQ(services.questions.size(), c.opened == nullptr ? 1u : 0u);
+  EXPECT_EQ(sets()->rowCount(), c.opened == nullptr ? 2 : 3);
+  EXPECT_EQ(sets()->selectedRows(), std::vector<int>{0});
+  EXPECT_FALSE(logic.ended());
+  QTest::keyClick(sets(), Qt::Key_Tab);
+  EXPECT_NE(QApplication::focusWidget(), sets());
+}
+
+INSTANTIATE_TEST_SUITE_P(Keys, SetListKeys,
+                         ::testing::Values(ListKey{Qt::Key_Return, "Losas"}, ListKey{Qt::Key_F2, "Losas"},
+                                           ListKey{Qt::Key_Insert, ""}, ListKey{Qt::Key_Delete, nullptr}));
+
+// The last variable of each line keeps its line feed, so the lines end with a spare one.
+CConjuntoVariableZep catalogue(const char* text) {
+  CConjuntoVariableZep variables;
+  std::FILE* file = fmemopen(const_cast<char*>(text), std::strlen(text), "r");
+  variables.leeFichero(file);
+  std::fclose(file);
+  return variables;
+}
+
+TEST_F(UiTest, TheSetEditorOpensAPropertyOnEitherDoubleClickAndTheTypesOnItsButton) {
+  const std::vector<CIfcPropertySet> others{makeSet("Losas")};
+  const CConjuntoVariableZep noVariables;
+  CPropertiesOfSetDlg logic(services, kEditItem, makeSet("Muros", {makeProperty("Huecos"), makeProperty("Altura")}), {},
+                            &others, &noVariables);
+  PropertiesOfSetView view(logic);
+  open(view, logic);
+  QString shown;
+  whenDialogOpens<PropertyDataView>([&](PropertyDataView& data) { shown = child<QLineEdit>(data, "nameEdit")->text(); });
+  doubleClickRow(child<ReportList>(view, "properties"), 1, Qt::RightButton);
+  EXPECT_EQ(shown, "Altura");
+  whenDialogOpens<ListEnumsView>([](ListEnumsView&) {});
+  click(view, "valueListsButton");
+  typeInto(view, "nameEdit", "Muros de carga");
+  typeInto(view, "descriptionEdit", "Cerramientos");
+  click(view, "okButton");
+  ASSERT_EQ(logic.result(), kDialogOk);
+  EXPECT_STREQ(logic.set.name, "Muros de carga");
+  EXPECT_STREQ(logic.set.description, "Cerramientos");
+}
+
+class PropertyDataViewTest : public UiTest {
+ protected:
+  CIfcPropertySet owner = makeSet("Muros", {makeProperty("Altura", PropertyReal)});
+  std::vector<CIfcEnum> enums{makeEnum("Acabados", {{1, "Liso"}}), makeEnum("Colores", {{1, "Rojo"}, {2, "Azul"}})};
+  const CConjuntoVariableZep variables = catalogue("Eje;PK,Cota,Pendiente\n");
+  CPropertyDataDlg logic{services, kNewItem, makeProperty(""), enums, &owner, &variables};
+  PropertyDataView view{logic};
+};
+
+TEST_F(PropertyDataViewTest, TheControlsFollowTheTypeAndWhatWasTypedReachesTheRecord) {
+  open(view, logic);
+  EXPECT_EQ(child<QLabel>(view, "setNameDisplay")->text(), "Muros");
+  EXPECT_EQ(child<QComboBox>(view, "typeCombo")->currentIndex(), PropertyString);
+  EXPECT_EQ(child<QComboBox>(view, "unitCombo")->count(), kUnitCount);
+  EXPECT_EQ(entries(child<QComboBox>(view, "valueListCombo")), (QStringList{"Acabados", "Colores"}));
+  choose(view, "typeCombo", PropertyBoolean);
+  EXPECT_TRUE(child<QLineEdit>(view, "defaultValueEdit")->isHidden());
+  EXPECT_FALSE(child<QCheckBox>(view, "booleanCheck")->isHidden());
+  choose(view, "typeCombo", PropertyEnumerated);
+  EXPECT_FALSE(child<QLineEdit>(view, "defaultValueEdit")->isEnabled());
+  EXPECT_TRUE(child<QComboBox>(view, "valueListCombo")->isEnabled());
+  choose(view, "typeCombo", PropertyReal);
+  EXPECT_TRUE(child<QCheckBox>(view, "booleanCheck")->isHidden());
+  EXPECT_FALSE(child<QComboBox>(view, "valueListCombo")->isEnabled());
+  EXPECT_FALSE(child<QPushButton>(view, "editValueListButton")->isEnabled());
+  typeInto(view, "nameEdit", QString::fromUtf8("Espesor térmico"));
+  typeInto(view, "descriptionEdit", "Aislante");
+  typeInto(view, "defaultValueEdit", "0.25");
+  choose(view, "unitCombo", 1);
+  child<QCheckBox>(view, "optionalCheck")->click();
+  click(view, "okButton");
+  ASSERT_EQ(logic.result(), kDialogOk);
+  EXPECT_STREQ(logic.property.name, "Espesor t\xC3\xA9rmico");
+  EXPECT_STREQ(logic.property.description, "Aislante");
+  EXPECT_DOUBLE_EQ(logic.property.realValue, 0.25);
+  EXPECT_EQ(logic.property.unit, 1);
+  EXPECT_TRUE(logic.property.optional);
+}
+
+TEST_F(PropertyDataViewTest, TheValueChooserFillsTheDefaultValue) {
+  open(view, logic);
+  typeInto(view, "nameEdit", "Estacion");
+  whenDialogOpens<PropertyValueView>([](PropertyValueView& chooser) {
+    QTest::mouseClick(child<QRadioButton>(chooser, "hostVariableRadio"), Qt::LeftButton);
+    choose(chooser, "groupCombo", 0);
+    choose(chooser, "variableCombo", 1);
+    click(chooser, "okButton");
+  });
+  click(view, "chooseValueButton");
+  EXPECT_EQ(child<QLineEdit>(view, "defaultValueEdit")->text(), "Eje.Cota$");
+}
+
+TEST_F(PropertyDataViewTest, ChoosingAValueListOpensItAndCancellingPutsTheOldOneBack) {
+  setText(logic.property.enumName, "Acabados");
+  logic.property.valueType = PropertyEnumerated;
+  open(view, logic);
+  typeInto(view, "nameEdit", "Color");
+  whenDialogOpens<ListValuesView>([&](ListValuesView& values) {
+    EXPECT_EQ(child<QLineEdit>(values, "nameEdit")->text(), "Colores");
+    click(values, "cancelButton");
+  });
+  choose(view, "valueListCombo", 1);
+  EXPECT_EQ(child<QComboBox>(view, "valueListCombo")->currentText(), "Acabados");
+}
+
+TEST_F(UiTest, TheValueChooserOpensOnAReferenceAndOkTakesATypedLiteral) {
+  const CConjuntoVariableZep variables = catalogue("Muro;Altura,Espesor\nEje;PK,Cota,Pendiente\n");
+  CPropiedadesObjetosValorIFCDlg logic(services, "Eje.Cota$", variables);
+  PropertyValueView view(logic);
+  open(view, logic);
+  EXPECT_TRUE(child<QRadioButton>(view, "hostVariableRadio")->isChecked());
+  EXPECT_EQ(child<QComboBox>(view, "groupCombo")->currentText(), "Eje");
+  EXPECT_EQ(child<QComboBox>(view, "variableCombo")->currentText(), "Cota");
+  EXPECT_EQ(child<QLineEdit>(view, "valueEdit")->text(), "Eje.Cota$");
+  EXPECT_FALSE(child<QLineEdit>(view, "valueEdit")->isEnabled());
+  QTest::mouseClick(child<QRadioButton>(view, "literalRadio"), Qt::LeftButton);
+  EXPECT_FALSE(child<QComboBox>(view, "groupCombo")->isEnabled());
+  typeInto(view, "valueEdit", QString::fromUtf8("2,5 m²"));
+  click(view, "okButton");
+  EXPECT_STREQ(logic.value, "2,5 m\xC2\xB2");
+}
+
+// A type made through three windows; a list whose dialog has no current row shows none selected.
+TEST_F(UiTest, ATypeMadeThroughThreeWindowsLandsInTheList) {
+  CListEnumsDlg logic(services, {makeEnum("Colores", {{1, "Rojo"}})});
+  ListEnumsView view(logic);
+  open(view, logic);
+  whenDialogOpens<ListValuesView>([](ListValuesView& values) {
+    typeInto(values, "nameEdit", "Acabados");
+    for (const auto& [code, text] : {std::pair{"1", "Lacado"}, {"2", "Barniz"}}) {
+      whenDialogOpens<ValueEnumView>([code = code, text = text](ValueEnumView& value) {
+        typeInto(value, "codeEdit", code);
+        typeInto(value, "textEdit", text);
+        click(value, "okButton");
+      });
+      click(values, "insertButton");
+    }
+    EXPECT_EQ(rowTexts(child<ReportList>(values, "values"), 1), (QStringList{"2", "Barniz"}));
+    clickRow(child<ReportList>(values, "values"), 0);
+    whenDialogOpens<ValueEnumView>([](ValueEnumView&) {});  // left open, so cancelled
+    click(values, "insertButton");
+    EXPECT_TRUE(child<ReportList>(values, "values")->selectedRows().empty());
+    click(values, "okButton");
+  });
+  click(view, "insertButton");
+  ASSERT_EQ(logic.enums[0].elements.size(), 2u);
+  EXPECT_STREQ(logic.enums[0].elements[1].text, "Barniz");
+  EXPECT_EQ(rowTexts(child<ReportList>(view, "types"), 0).front(), "Acabados");
+}
+
+TEST_F(UiTest, AValueClickedIsTheOneTheValueListGivesBack) {
+  CListValuesDlg logic(services, makeEnum("Colores", {{1, "Rojo"}, {2, "Azul"}}), false);
+  ListValuesView view(logic);
+  open(view, logic);
+  clickRow(child<ReportList>(view, "values"), 1);
+  click(view, "okButton");
+  EXPECT_EQ(logic.result(), kDialogOk);
+  EXPECT_EQ(logic.currentRow, 1);
+}
+
+template <class Record>
+std::vector<Record> named(std::initializer_list<const char*> names) {
+  std::vector<Record> records(names.size());
+  for (std::size_t i = 0; i < names.size(); ++i) setText(records[i].name, names.begin()[i]);
+  return records;
+}
+
+// The set's linked element, and a quantity opened by a double click with its kind and export mark.
+TEST_F(UiTest, TheQuantityEditorsPassTheLinkedElementTheKindAndTheExportMark) {
+  const auto kinds = named<CIfcType>({"IfcLengthMeasure", "IfcAreaMeasure", "IfcVolumeMeasure"});
+  CIfcQuantitySet areas = makeQuantitySet("Areas", {makeQuantity("Area", AreaMeasure), makeQuantity("Largo", LengthMeasure)});
+  setText(areas.typeZep, "superficie");
+  CQuantitiesOfSetDlg logic(services, kEditItem, areas, nullptr, kinds, named<CIfcObject>({"Eje", "Superficie"}));
+  QuantitiesOfSetView view(logic);
+  open(view, logic);
+  EXPECT_EQ(child<QComboBox>(view, "linkedElementCombo")->currentText(), "Superficie");
+  whenDialogOpens<QuantityDataView>([&](QuantityDataView& data) {
+    EXPECT_EQ(child<QLabel>(data, "setNameDisplay")->text(), "Areas");
+    EXPECT_EQ(entries(child<QComboBox>(data, "kindCombo")), (QStringList{"IfcLengthMeasure", "IfcAreaMeasure", "IfcVolumeMeasure"}));
+    EXPECT_EQ(child<QComboBox>(data, "kindCombo")->currentIndex(), AreaMeasure);
+    typeInto(data, "nameEdit", "Superficie");
+    choose(data, "kindCombo", VolumeMeasure);
+    child<QCheckBox>(data, "exportCheck")->click();
+    click(data, "okButton");
+  });
+  doubleClickRow(child<ReportList>(view, "quantities"), 0, Qt::RightButton);
+  EXPECT_EQ(rowTexts(child<ReportList>(view, "quantities"), 0), (QStringList{"Superficie", "", "IfcVolumeMeasure", "No"}));
+  typeInto(view, "nameEdit", "Superficies");
+  choose(view, "linkedElementCombo", 0);
+  click(view, "okButton");
+  ASSERT_EQ(logic.result(), kDialogOk);
+  EXPECT_STREQ(logic.set.name, "Superficies");
+  EXPECT_STREQ(logic.set.typeZep, "Eje");
+}
+
+}  // namespace
