@@ -1,6 +1,7 @@
 #include "ui_fixture.h"
 
 #include <QDialog>
+#include <QLabel>
 #include <QTimer>
 #include <memory>
 
@@ -110,6 +111,23 @@ void choose(const QWidget& window, const char* comboName, int index) {
 
 void settle() {
   for (int round = 0; round < 5; ++round) QCoreApplication::processEvents();
+}
+
+std::string look(const QWidget& window, const QString& names) {
+  QStringList shown;
+  for (const QString& name : names.split(' ')) {
+    const auto* widget = child<QWidget>(window, name.toLatin1().constData());
+    QString text;
+    if (const auto* edit = qobject_cast<const QLineEdit*>(widget)) text = edit->text();
+    if (const auto* label = qobject_cast<const QLabel*>(widget)) text = label->text();
+    if (const auto* combo = qobject_cast<const QComboBox*>(widget)) text = combo->currentText();
+    if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
+      text = !button->isCheckable() ? button->text() : button->isChecked() ? "on" : "off";
+    if (const auto* list = qobject_cast<const QTableWidget*>(widget))
+      for (int row = 0; row < list->rowCount(); ++row) text += (row > 0 ? ";" : "") + rowTexts(list, row).join(',');
+    shown.append(widget == nullptr || widget->isHidden() ? "-" : widget->isEnabled() ? text : "!" + text);
+  }
+  return shown.join(" | ").toStdString();
 }
 
 QStringList rowTexts(const QTableWidget* list, int row) {
