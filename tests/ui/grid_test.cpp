@@ -17,28 +17,24 @@ namespace {
 TEST_F(UiTest, AssignmentEditorsInsertChooseAndRemoveSets) {
   const double hostValues[] = {10};
   CPropiedadesObjetosIFCDlg properties(services, {makeSet("Losas", {makeProperty("Canto")})}, {}, {});
-  CCuantificadoresObjetosIFCDlg quantities(services, {makeQuantitySet("Ejes", {makeQuantity("L", LengthMeasure, 1)})},
-                                           {}, "Eje", hostValues, 1);
+  CCuantificadoresObjetosIFCDlg quantities(services, {makeQuantitySet("Ejes", {makeQuantity("L", LengthMeasure)})}, {},
+                                           "Eje", hostValues, 1);
   PropertyAssignView propertyView(properties);
   QuantityAssignView quantityView(quantities);
   open(propertyView, properties);
   open(quantityView, quantities);
-  for (DialogView* view : {static_cast<DialogView*>(&propertyView), static_cast<DialogView*>(&quantityView)}) {
-    SCOPED_TRACE(view->metaObject()->className());
+  for (auto [view, row] : {std::pair<QWidget*, const char*>{&propertyView, "Canto,,String,"}, {&quantityView, "L,,IfcLengthMeasure,10.000"}}) {
     whenDialogOpens<PropertiesSetView>([](PropertiesSetView& list) {
       clickRow(child<ReportList>(list, "sets"), 0);
       click(list, "okButton");
     });
     click(*view, "insertButton");
-    auto* grid = child<GridControl>(*view, "grid");
     clickRow(child<ReportList>(*view, "sets"), 0);
-    EXPECT_EQ(grid->model()->rowCount(), 1);
-    EXPECT_EQ(grid->cellIndex(1, 3).data().toString(), view == &quantityView ? "10.000" : "");
+    EXPECT_EQ(look(*view, "grid"), std::string("Nombre,Descripción,Tipo,Valor: ") + row);
     EXPECT_EQ(child<QPushButton>(*view, "excelButton")->isHidden(), view == &propertyView);
     click(*view, "removeButton");
-    EXPECT_EQ(grid->model()->rowCount(), 0);
-    EXPECT_EQ(grid->model()->headerData(3, Qt::Horizontal).toString(), "Valor");
-    EXPECT_FALSE(grid->horizontalHeader()->isHidden());
+    EXPECT_EQ(look(*view, "sets grid"), "Nombre,Descripción: | Nombre,Descripción,Tipo,Valor:");
+    EXPECT_FALSE(child<GridControl>(*view, "grid")->horizontalHeader()->isHidden());
   }
 }
 

@@ -123,25 +123,19 @@ std::string look(const QWidget& window, const QString& names) {
     if (const auto* combo = qobject_cast<const QComboBox*>(widget)) text = combo->currentText();
     if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
       text = !button->isCheckable() ? button->text() : button->isChecked() ? "on" : "off";
-    if (const auto* list = qobject_cast<const QTableWidget*>(widget))
-      for (int row = 0; row < list->rowCount(); ++row) text += (row > 0 ? ";" : "") + rowTexts(list, row).join(',');
+    if (const auto* items = qobject_cast<const QAbstractItemView*>(widget)) {
+      const QAbstractItemModel& model = *items->model();
+      QStringList titles, rows;
+      for (int column = 0; column < model.columnCount(); ++column) titles.append(model.headerData(column, Qt::Horizontal).toString());
+      for (int row = 0; row < model.rowCount(); ++row) {
+        rows.append(QString());
+        for (int column = 0; column < model.columnCount(); ++column) rows.back() += (column > 0 ? "," : "") + model.index(row, column).data().toString();
+      }
+      text = (titles.join(',') + ": " + rows.join("; ")).trimmed();
+    }
     shown.append(widget == nullptr || widget->isHidden() ? "-" : widget->isEnabled() ? text : "!" + text);
   }
   return shown.join(" | ").toStdString();
-}
-
-QStringList rowTexts(const QTableWidget* list, int row) {
-  QStringList texts;
-  for (int column = 0; column < list->columnCount(); ++column)
-    texts.append(list->item(row, column) != nullptr ? list->item(row, column)->text() : QString());
-  return texts;
-}
-
-QStringList columnTitles(const QTableWidget* list) {
-  QStringList titles;
-  for (int column = 0; column < list->columnCount(); ++column)
-    titles.append(list->model()->headerData(column, Qt::Horizontal).toString());
-  return titles;
 }
 
 QStringList entries(const QComboBox* combo) {

@@ -95,11 +95,9 @@ void choose(const QWidget& window, const char* comboName, int index);
 void settle();
 
 // What the named controls of `window` show, joined by " | " for one comparison: an edit's, label's,
-// button's or drop-down's text, "on" or "off" for a check box or radio button, a list's rows
-// ("a,b;c,d"); "-" for a hidden control and "!" before a disabled one's.
+// button's or drop-down's text, "on" or "off" for a check box or radio button, a list's or grid's
+// column titles and rows ("Name,Type: a,b; c,d"); "-" for a hidden control, "!" before a disabled one's.
 std::string look(const QWidget& window, const QString& names);
-QStringList rowTexts(const QTableWidget* list, int row);
-QStringList columnTitles(const QTableWidget* list);
 QStringList entries(const QComboBox* combo);
 inline std::u16string u(const char* utf8) { return QString::fromUtf8(utf8).toStdU16String(); }
 
