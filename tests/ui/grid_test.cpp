@@ -88,51 +88,43 @@ TEST_F(GridTest, ReadOnlyCellsOpenNoEditorAndTakeNoValue) {
   EXPECT_EQ(cellText(4, 3), "Eje.PK$ ");  // a line feed kept in a value shows on one line
 }
 
-// Typing values down a column: Enter commits a cell and goes to the one below, and outside an edit
-// moves down too; it never reaches the dialog's default button.
-TEST_F(GridTest, EnterCommitsTheCellAndMovesDownWithoutEndingTheDialog) {
-  auto* editor = qobject_cast<QLineEdit*>(startEdit(1, 3));
+// The keys of an in-place edit, started with F2 or by typing: Enter commits and moves down, Esc
+// drops the edit, Tab commits and leaves the grid, whose current cell stays. Outside an edit Enter
+// moves down too; none of them reaches the dialog's default button.
+struct CellKeys {
+  bool typingStarts;
+  const char* typed;
+  Qt::Key key;
+  const char* shown;
+  int rowAfter;
+};
+void PrintTo(const CellKeys& c, std::ostream* out) { *out << c.typed << " key 0x" << std::hex << c.key; }
+
+class GridKeys : public GridTest, public ::testing::WithParamInterface<CellKeys> {};
+
+TEST_P(GridKeys, EndTheEditAsTheKeySays) {
+  const CellKeys& c = GetParam();
+  grid()->setCurrentIndex(grid()->cellIndex(2, 3));
+  QTest::keyClick(grid(), c.typingStarts ? c.typed[0] : Qt::Key_F2);
+  auto* editor = qobject_cast<QLineEdit*>(openEditor());
   ASSERT_NE(editor, nullptr);
-  editor->selectAll();
-  QTest::keyClicks(editor, "12abc");
-  QTest::keyClick(editor, Qt::Key_Return);
+  if (!c.typingStarts) editor->selectAll();
+  QTest::keyClicks(editor, c.typed + (c.typingStarts ? 1 : 0));
+  QTest::keyClick(editor, c.key);
   settle();  // the grid is shown again once the editor has closed
-  EXPECT_EQ(logic.assignedSets[0].properties[0].intValue, 12);
-  EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(2, 3));
-  QTest::keyClicks(grid(), "2");  // typing starts the next edit
-  ASSERT_NE(openEditor(), nullptr);
-  QTest::keyClicks(openEditor(), ".5");
-  QTest::keyClick(openEditor(), Qt::Key_Enter);
-  settle();
-  EXPECT_EQ(cellText(2, 3), "2.500");
-  EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(3, 3));
+  EXPECT_EQ(cellText(2, 3), c.shown);
+  EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(c.rowAfter, 3));
+  EXPECT_EQ(grid()->isAncestorOf(QApplication::focusWidget()) || QApplication::focusWidget() == grid(), c.key != Qt::Key_Tab);
   QTest::keyClick(grid(), Qt::Key_Return);
-  EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(4, 3));
+  EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(c.rowAfter + 1, 3));
+  QTest::keyClick(grid(), Qt::Key_Tab);
+  EXPECT_NE(QApplication::focusWidget(), grid());
   EXPECT_FALSE(logic.ended());
 }
 
-// Esc drops an edit; Tab commits it and leaves the grid, whose current cell stays.
-TEST_F(GridTest, EscapeDropsAnEditAndTabCommitsItAndLeavesTheGrid) {
-  auto* editor = qobject_cast<QLineEdit*>(startEdit(2, 3));
-  ASSERT_NE(editor, nullptr);
-  editor->setText("9");
-  QTest::keyClick(editor, Qt::Key_Escape);
-  settle();
-  EXPECT_EQ(cellText(2, 3), "1.000");
-  EXPECT_FALSE(logic.ended());
-  editor = qobject_cast<QLineEdit*>(startEdit(2, 3));
-  ASSERT_NE(editor, nullptr);
-  editor->setText("4");
-  QTest::keyClick(editor, Qt::Key_Tab);
-  settle();
-  EXPECT_EQ(cellText(2, 3), "4.000");
-  EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(2, 3));
-  ASSERT_NE(QApplication::focusWidget(), nullptr);
-  EXPECT_FALSE(grid()->isAncestorOf(QApplication::focusWidget()));
-  grid()->setFocus();
-  QTest::keyClick(grid(), Qt::Key_Tab);
-  EXPECT_NE(QApplication::focusWidget(), grid());
-}
+INSTANTIATE_TEST_SUITE_P(Keys, GridKeys,
+                         ::testing::Values(CellKeys{false, "2.5", Qt::Key_Return, "2.500", 3}, CellKeys{true, "2.5", Qt::Key_Enter, "2.500", 3},
+                                           CellKeys{false, "9", Qt::Key_Escape, "1.000", 2}, CellKeys{false, "4", Qt::Key_Tab, "4.000", 2}));
 
 // The arrows move through a drop-down's choices without committing; Enter commits; Alt+Down opens
 // the list, and a choice picked from it commits at once. Nothing else gets in.

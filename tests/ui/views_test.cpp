@@ -21,7 +21,8 @@ class SetListView : public UiTest {
   ReportList* sets() { return child<ReportList>(view, "sets"); }
 };
 
-TEST_F(SetListView, ShowsOneRowPerSetInColumnsAsWideAsTheirTextsAndTitles) {
+// The host's captions, one row per set, in columns as wide as their texts and titles.
+TEST_F(SetListView, ShowsTheHostsCaptionsAndOneRowPerSetInColumnsFittedToThem) {
   const char* longText = "Propiedades comunes de los muros de carga y de cerramiento";
   setText(logic.propertySets[1].description, longText);
   open(view, logic);
@@ -31,14 +32,12 @@ TEST_F(SetListView, ShowsOneRowPerSetInColumnsAsWideAsTheirTextsAndTitles) {
   EXPECT_GE(sets()->columnWidth(0), text.horizontalAdvance("Ventanas"));
   EXPECT_LT(sets()->columnWidth(0), sets()->viewport()->width() / 2);  // fitted, not half the list
   EXPECT_GE(sets()->columnWidth(1), text.horizontalAdvance(longText));
-}
-
-// The template's texts are replaced even by the empty texts of a message file that is missing.
-TEST_F(SetListView, WithoutAMessageFileTheCaptionsAreEmpty) {
+  liberaMensajes();  // a missing message file: its captions, empty ones, replace the template's all the same
   setRutaMensajes("/nonexistent/messages.txt");
-  open(view, logic);
-  EXPECT_EQ(view.windowTitle(), "");
-  EXPECT_EQ(look(view, "sets"), ",: Losas,; Muros,; Ventanas,");
+  logic.start();
+  view.showState();
+  EXPECT_EQ((view.windowTitle() + child<QPushButton>(view, "insertButton")->text()).toStdString(), "");
+  EXPECT_EQ(look(view, "sets"), std::string(",: Losas,; Muros,") + longText + "; Ventanas,");
 }
 
 // A click off the rows chooses none; Ctrl+click adds rows to what "Guardar como..." records.
