@@ -52,7 +52,8 @@ class EntryPointEndToEnd : public ::testing::Test {
   static inline QApplication* application = nullptr;
 
   void SetUp() override {
-    for (const char* name : {"proyecto-psets.xml", "objeto-psets.xml", "proyecto-qsets.xml", "mensajes.txt", "variables.txt"})
+    for (const char* name :
+         {"proyecto-psets.xml", "objeto-psets.xml", "proyecto-qsets.xml", "mensajes.txt", "variables.txt"})
       fs::copy_file(fs::path(ORVANE_SAMPLES_DIR) / name, dir.path() / name);
   }
   std::string file(const char* name) const { return dir.file(name); }
@@ -85,7 +86,8 @@ TEST_F(EntryPointEndToEnd, ASetAddedThroughTheDialogsIsSavedWithABackup) {
 TEST_F(EntryPointEndToEnd, TheTestEntriesWorkOnTheUsersCopyOfTheSamples) {
   const fs::path installed = dir.path() / "installed", copy = dir.path() / "home" / "orvane" / "samples";
   fs::create_directories(installed);
-  for (const char* name : {"proyecto-psets.xml", "proyecto-qsets.xml", "mensajes.txt"}) fs::copy_file(file(name), installed / name);
+  for (const char* name : {"proyecto-psets.xml", "proyecto-qsets.xml", "mensajes.txt"})
+    fs::copy_file(file(name), installed / name);
   qputenv("ORVANE_SAMPLES", installed.string().c_str());
   qputenv("XDG_DATA_HOME", (dir.path() / "home").string().c_str());
   whenModalOpens("PropertiesSetView", [](QWidget& list) { press(list, "cancelButton"); });
@@ -119,7 +121,8 @@ TEST_F(EntryPointEndToEnd, EnterInTheValueGridWritesNoFile) {
     EXPECT_EQ(QApplication::activeModalWidget(), &editor);
     press(editor, "cancelButton");
   });
-  ASSERT_TRUE(asignarPropiedades(file("proyecto-psets.xml").c_str(), object.c_str(), file("mensajes.txt").c_str(), nullptr));
+  ASSERT_TRUE(
+      asignarPropiedades(file("proyecto-psets.xml").c_str(), object.c_str(), file("mensajes.txt").c_str(), nullptr));
   EXPECT_EQ(readBytes(object), before);
   EXPECT_FALSE(fs::exists(object + ".bak"));
   EXPECT_FALSE(fs::exists(file("proyecto-psets.xml") + ".bak"));

@@ -23,7 +23,8 @@ TEST_F(UiTest, AssignmentEditorsInsertChooseAndRemoveSets) {
   QuantityAssignView quantityView(quantities);
   open(propertyView, properties);
   open(quantityView, quantities);
-  for (auto [view, row] : {std::pair<QWidget*, const char*>{&propertyView, "Canto,,String,"}, {&quantityView, "L,,IfcLengthMeasure,10.000"}}) {
+  for (auto [view, row] : {std::pair<QWidget*, const char*>{&propertyView, "Canto,,String,"},
+                           {&quantityView, "L,,IfcLengthMeasure,10.000"}}) {
     whenDialogOpens<PropertiesSetView>([](PropertiesSetView& list) {
       clickRow(child<ReportList>(list, "sets"), 0);
       click(list, "okButton");
@@ -114,7 +115,8 @@ TEST_P(GridKeys, EndTheEditAsTheKeySays) {
   settle();  // the grid is shown again once the editor has closed
   EXPECT_EQ(cellText(2, 3), c.shown);
   EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(c.rowAfter, 3));
-  EXPECT_EQ(grid()->isAncestorOf(QApplication::focusWidget()) || QApplication::focusWidget() == grid(), c.key != Qt::Key_Tab);
+  EXPECT_EQ(grid()->isAncestorOf(QApplication::focusWidget()) || QApplication::focusWidget() == grid(),
+            c.key != Qt::Key_Tab);
   QTest::keyClick(grid(), Qt::Key_Return);
   EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(c.rowAfter + 1, 3));
   QTest::keyClick(grid(), Qt::Key_Tab);
@@ -123,8 +125,10 @@ TEST_P(GridKeys, EndTheEditAsTheKeySays) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Keys, GridKeys,
-                         ::testing::Values(CellKeys{false, "2.5", Qt::Key_Return, "2.500", 3}, CellKeys{true, "2.5", Qt::Key_Enter, "2.500", 3},
-                                           CellKeys{false, "9", Qt::Key_Escape, "1.000", 2}, CellKeys{false, "4", Qt::Key_Tab, "4.000", 2}));
+                         ::testing::Values(CellKeys{false, "2.5", Qt::Key_Return, "2.500", 3},
+                                           CellKeys{true, "2.5", Qt::Key_Enter, "2.500", 3},
+                                           CellKeys{false, "9", Qt::Key_Escape, "1.000", 2},
+                                           CellKeys{false, "4", Qt::Key_Tab, "4.000", 2}));
 
 // The arrows move through a drop-down's choices without committing; Enter commits; Alt+Down opens
 // the list, and a choice picked from it commits at once. Nothing else gets in.

@@ -31,7 +31,8 @@ std::string unnamedControls(QWidget& window) {
     for (int i = 0; i < node->childCount(); ++i) walk(node->child(i));
   };
   walk(QAccessible::queryAccessibleInterface(&window));
-  for (const QLabel* label : window.findChildren<QLabel*>()) mnemonics.append(QKeySequence::mnemonic(label->text()).toString());
+  for (const QLabel* label : window.findChildren<QLabel*>())
+    mnemonics.append(QKeySequence::mnemonic(label->text()).toString());
   for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
     const QString key = QKeySequence::mnemonic(button->text()).toString();
     if (!button->isVisible() || !button->text().contains(QRegularExpression("\\w"))) continue;
@@ -70,14 +71,17 @@ class RunModal : public UiTest {
 // Titles from the host's message file where the dialog takes them from there, else the template's.
 TEST_F(RunModal, OpensTheViewOfEachDialogClassWithEveryControlNamedAndEndsItWithCancel) {
   expectView<PropertiesSetView>(CPropertiesSetDlg(services, sets, enums), "Conjunto de Propiedades");
-  expectView<PropertiesOfSetView>(CPropertiesOfSetDlg(services, kEditItem, sets[0], enums, &sets, &none), "Conjunto de Propiedades");
-  expectView<PropertyDataView>(CPropertyDataDlg(services, kNewItem, {}, enums, &sets[0], &none), "Datos de la Propiedad");
+  expectView<PropertiesOfSetView>(CPropertiesOfSetDlg(services, kEditItem, sets[0], enums, &sets, &none),
+                                  "Conjunto de Propiedades");
+  expectView<PropertyDataView>(CPropertyDataDlg(services, kNewItem, {}, enums, &sets[0], &none),
+                               "Datos de la Propiedad");
   expectView<ListEnumsView>(CListEnumsDlg(services, enums), "Listas de Valores");
   expectView<ListValuesView>(CListValuesDlg(services, enums[0], true), "Definición de Lista de Valores");
   expectView<ValueEnumView>(CValueEnumDlg(services, {}), "Valor de la lista");
   expectView<PropertyValueView>(CPropiedadesObjetosValorIFCDlg(services, "", none), kAssign);
   expectView<PropertyAssignView>(CPropiedadesObjetosIFCDlg(services, sets, enums, sets), kAssign);
-  expectView<QuantitiesOfSetView>(CQuantitiesOfSetDlg(services, kNewItem, {}, nullptr, {}, {}), "Conjunto de Propiedades");
+  expectView<QuantitiesOfSetView>(CQuantitiesOfSetDlg(services, kNewItem, {}, nullptr, {}, {}),
+                                  "Conjunto de Propiedades");
   expectView<QuantityDataView>(CQuantityDataDlg(services, kNewItem, {}, nullptr, {}), "Datos de la Propiedad");
   expectView<QuantityAssignView>(CCuantificadoresObjetosIFCDlg(services, {}, {}, "Eje", nullptr, 0),
                                  "Asignación de Cuantificadores a Objetos IFC");
@@ -168,9 +172,9 @@ TEST_F(UiTest, MessageBoxesShowTheirTextWithTheIconAndButtonsThatFit) {
   EXPECT_FALSE(screen.askYesNo(u"¿Borrar?"));
   record(QMessageBox::NoButton);
   EXPECT_FALSE(screen.askYesNo(u"¿Borrar?"));
-  EXPECT_EQ(shown, (std::vector<std::string>{"Falta el valor | 2 | OK", "Copia guardada | 1 | OK",
-                                             "¿Borrar? | 4 | Sí | No | default No", "¿Borrar? | 4 | Yes | No | default No",
-                                             "¿Borrar? | 4 | Yes | No | default No"}));
+  EXPECT_EQ(shown, (std::vector<std::string>{
+                       "Falta el valor | 2 | OK", "Copia guardada | 1 | OK", "¿Borrar? | 4 | Sí | No | default No",
+                       "¿Borrar? | 4 | Yes | No | default No", "¿Borrar? | 4 | Yes | No | default No"}));
 }
 
 TEST_F(UiTest, TheFilePickersShowTheFiltersAndGiveTheChosenFileOrNone) {
@@ -178,9 +182,11 @@ TEST_F(UiTest, TheFilePickersShowTheFiltersAndGiveTheChosenFileOrNone) {
   TempDir dir;
   const QString folder = QString::fromStdString(dir.path().string()), path = folder + "/sets.csv";
   writeBytes(path.toStdString(), "Muros;Altura;Altura libre;Real;2.75\n");
-  const FilePickerOptions csv{{{u"CSV Files (*.csv)", u"*.csv"}, {u"All Files (*.*)", u"*.*"}}, u"csv", true, folder.toStdU16String()};
+  const FilePickerOptions csv{
+      {{u"CSV Files (*.csv)", u"*.csv"}, {u"All Files (*.*)", u"*.*"}}, u"csv", true, folder.toStdU16String()};
   whenDialogOpens<QFileDialog>([&](QFileDialog& picker) {
-    EXPECT_EQ(entries(picker.findChild<QComboBox*>("fileTypeCombo")), (QStringList{"CSV Files (*.csv)", "All Files (*.*)"}));
+    EXPECT_EQ(entries(picker.findChild<QComboBox*>("fileTypeCombo")),
+              (QStringList{"CSV Files (*.csv)", "All Files (*.*)"}));
     // "*.*" means every file, as it does on Windows, names without a dot included.
     EXPECT_EQ(picker.nameFilters(), (QStringList{"CSV Files (*.csv) (*.csv)", "All Files (*.*) (*)"}));
     EXPECT_EQ(picker.directory().absolutePath(), folder);
@@ -201,8 +207,10 @@ TEST_F(UiTest, TheFilePickersShowTheFiltersAndGiveTheChosenFileOrNone) {
 // Offscreen no box may open (it would wait for ever): the message goes on to the sink that was
 // there before, and that sink comes back when the editors put it back.
 TEST_F(UiTest, OffscreenTheModelsMessagesGoWhereTheyWentBefore) {
-  for (const char* shown : {"xcb", "wayland", "vnc", "eglfs", "linuxfb", "windows", "cocoa"}) EXPECT_TRUE(platformShowsWindows(shown));
-  for (const char* headless : {"offscreen", "minimal", "minimalegl", ""}) EXPECT_FALSE(platformShowsWindows(headless)) << headless;
+  for (const char* shown : {"xcb", "wayland", "vnc", "eglfs", "linuxfb", "windows", "cocoa"})
+    EXPECT_TRUE(platformShowsWindows(shown));
+  for (const char* headless : {"offscreen", "minimal", "minimalegl", ""})
+    EXPECT_FALSE(platformShowsWindows(headless)) << headless;
   EXPECT_FALSE(canShowMessageBoxes());
   MessageRecorder recorder;
   const MessageSink previous = useMessageBoxes();

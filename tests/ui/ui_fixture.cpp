@@ -126,10 +126,12 @@ std::string look(const QWidget& window, const QString& names) {
     if (const auto* items = qobject_cast<const QAbstractItemView*>(widget)) {
       const QAbstractItemModel& model = *items->model();
       QStringList titles, rows;
-      for (int column = 0; column < model.columnCount(); ++column) titles.append(model.headerData(column, Qt::Horizontal).toString());
+      for (int column = 0; column < model.columnCount(); ++column)
+        titles.append(model.headerData(column, Qt::Horizontal).toString());
       for (int row = 0; row < model.rowCount(); ++row) {
         rows.append(QString());
-        for (int column = 0; column < model.columnCount(); ++column) rows.back() += (column > 0 ? "," : "") + model.index(row, column).data().toString();
+        for (int column = 0; column < model.columnCount(); ++column)
+          rows.back() += (column > 0 ? "," : "") + model.index(row, column).data().toString();
       }
       text = (titles.join(',') + ": " + rows.join("; ")).trimmed();
     }

@@ -16,7 +16,8 @@ namespace {
 
 class SetListView : public UiTest {
  protected:
-  CPropertiesSetDlg logic{services, {makeSet("Losas"), makeSet("Muros", {makeProperty("Alto")}), makeSet("Ventanas")}, {}};
+  CPropertiesSetDlg logic{
+      services, {makeSet("Losas"), makeSet("Muros", {makeProperty("Alto")}), makeSet("Ventanas")}, {}};
   PropertiesSetView view{logic};
   ReportList* sets() { return child<ReportList>(view, "sets"); }
 };
@@ -98,7 +99,8 @@ TEST_P(SetListKeys, ActOnTheRowReachedAndLeaveTheDialogOpen) {
   QTest::keyClick(sets(), Qt::Key_Home);
   QString opened;
   if (c.opened != nullptr)
-    whenDialogOpens<PropertiesOfSetView>([&](PropertiesOfSetView& set) { opened = child<QLineEdit>(set, "nameEdit")->text(); });
+    whenDialogOpens<PropertiesOfSetView>(
+        [&](PropertiesOfSetView& set) { opened = child<QLineEdit>(set, "nameEdit")->text(); });
   QTest::keyClick(sets(), c.key);
   EXPECT_EQ(opened, c.opened != nullptr ? c.opened : "");
   EXPECT_EQ(services.questions.size(), c.opened == nullptr ? 1u : 0u);
@@ -226,9 +228,11 @@ std::vector<Record> named(std::initializer_list<const char*> names) {
 
 // The set's linked element, and a quantity opened by a double click with its kind and export mark.
 TEST_F(UiTest, TheQuantityEditorsPassTheLinkedElementTheKindAndTheExportMark) {
-  CIfcQuantitySet areas = makeQuantitySet("Areas", {makeQuantity("Area", AreaMeasure), makeQuantity("Largo", LengthMeasure)});
+  CIfcQuantitySet areas =
+      makeQuantitySet("Areas", {makeQuantity("Area", AreaMeasure), makeQuantity("Largo", LengthMeasure)});
   setText(areas.typeZep, "superficie");
-  CQuantitiesOfSetDlg logic(services, kEditItem, areas, nullptr, named<CIfcType>({"IfcLengthMeasure", "IfcAreaMeasure", "IfcVolumeMeasure"}),
+  CQuantitiesOfSetDlg logic(services, kEditItem, areas, nullptr,
+                            named<CIfcType>({"IfcLengthMeasure", "IfcAreaMeasure", "IfcVolumeMeasure"}),
                             named<CIfcObject>({"Eje", "Superficie"}));
   QuantitiesOfSetView view(logic);
   open(view, logic);
@@ -241,7 +245,8 @@ TEST_F(UiTest, TheQuantityEditorsPassTheLinkedElementTheKindAndTheExportMark) {
     click(data, "okButton");
   });
   doubleClickRow(child<ReportList>(view, "quantities"), 0, Qt::RightButton);
-  EXPECT_EQ(look(view, "quantities"), "Nombre,Descripción,Tipo,Exportar: Superficie,,IfcVolumeMeasure,No; Largo,,IfcLengthMeasure,Si");
+  EXPECT_EQ(look(view, "quantities"),
+            "Nombre,Descripción,Tipo,Exportar: Superficie,,IfcVolumeMeasure,No; Largo,,IfcLengthMeasure,Si");
   typeInto(view, "nameEdit", "Superficies");
   choose(view, "linkedElementCombo", 0);
   click(view, "okButton");
