@@ -41,24 +41,10 @@ TEST_F(SetListView, ShowsTheHostsCaptionsAndOneRowPerSetInColumnsFittedToThem) {
   EXPECT_EQ(look(view, "sets"), std::string(",: Losas,; Muros,") + longText + "; Ventanas,");
 }
 
-// A click off the rows chooses none; Ctrl+click adds rows to what "Guardar como..." records.
-TEST_F(SetListView, ClicksChooseTheRowsThatSaveAsRecords) {
-  open(view, logic);
-  clickRow(sets(), 1);
-  EXPECT_EQ(logic.currentRow, 1);
-  QTest::mouseClick(sets()->viewport(), Qt::LeftButton, {}, QPoint(5, sets()->viewport()->height() - 2));
-  EXPECT_EQ(logic.currentRow, -1);
-  clickRow(sets(), 0);
-  clickRow(sets(), 2, Qt::ControlModifier);
-  click(view, "saveAsButton");
-  EXPECT_EQ(view.result(), kDialogSaveAs);
-  EXPECT_EQ(std::vector<int>(logic.selection.rows.begin(), logic.selection.rows.begin() + logic.selection.count),
-            (std::vector<int>{0, 2}));
-}
-
 // A double click edits the set, where either button's double click opens a property and its button
-// the value lists, and what was typed comes back to the list; Importar... reads the file picked.
-TEST_F(SetListView, ADoubleClickEditsTheSetAndImportReadsTheFilePicked) {
+// the value lists, and what was typed comes back to the list; Importar... reads the file picked. A
+// click off the rows chooses none; Ctrl+click adds rows to what "Guardar como..." records.
+TEST_F(SetListView, TheMouseEditsImportsAndChoosesTheRowsToSave) {
   TempDir dir;
   writeBytes(dir.file("importar.csv"), "Puertas;Ancho;Ancho de paso;Real;0.9\n");
   services.pickedFiles = {u(dir.file("importar.csv").c_str())};
@@ -76,6 +62,14 @@ TEST_F(SetListView, ADoubleClickEditsTheSetAndImportReadsTheFilePicked) {
   doubleClickRow(sets(), 1);
   click(view, "importButton");
   EXPECT_EQ(look(view, "sets"), "Nombre,Descripción: Losas,; Muros de carga,Cerramientos; Ventanas,; Puertas,");
+  QTest::mouseClick(sets()->viewport(), Qt::LeftButton, {}, QPoint(5, sets()->viewport()->height() - 2));
+  EXPECT_EQ(logic.currentRow, -1);
+  clickRow(sets(), 0);
+  clickRow(sets(), 2, Qt::ControlModifier);
+  click(view, "saveAsButton");
+  EXPECT_EQ(view.result(), kDialogSaveAs);
+  EXPECT_EQ(std::vector<int>(logic.selection.rows.begin(), logic.selection.rows.begin() + logic.selection.count),
+            (std::vector<int>{0, 2}));
 }
 
 // The keys of a list, on the first row reached with End then Home: Enter and F2 edit it, Insert
