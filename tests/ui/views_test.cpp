@@ -213,6 +213,15 @@ TEST_F(UiTest, ATypeMadeThroughThreeWindowsLandsInTheList) {
   EXPECT_STREQ(logic.enums[0].elements[0].text, "Barniz");
 }
 
+TEST_F(UiTest, AValueClickedIsTheOneTheValueListGivesBack) {
+  CListValuesDlg logic(services, makeEnum("Colores", {{1, "Rojo"}, {2, "Azul"}}), false);
+  ListValuesView view(logic);
+  open(view, logic);
+  clickRow(child<ReportList>(view, "values"), 1);
+  click(view, "okButton");
+  EXPECT_EQ(logic.currentRow, 1);
+}
+
 template <class Record>
 std::vector<Record> named(std::initializer_list<const char*> names) {
   std::vector<Record> records(names.size());
