@@ -1,9 +1,7 @@
 #include "ui_fixture.h"
 
-#include <QComboBox>
 #include <QDialog>
-#include <QHeaderView>
-#include <QLineEdit>
+#include <QLabel>
 #include <QTimer>
 #include <memory>
 
@@ -14,8 +12,7 @@ namespace {
 QtMessageHandler otherNotes = nullptr;
 
 void quietOffscreenNotes(QtMsgType type, const QMessageLogContext& context, const QString& message) {
-  if (message.startsWith(QStringLiteral("This plugin does not support"))) return;
-  otherNotes(type, context, message);
+  if (!message.startsWith(QStringLiteral("This plugin does not support"))) otherNotes(type, context, message);
 }
 
 // One QApplication for the whole run, on a platform that needs no display.
@@ -41,9 +38,7 @@ const ::testing::Environment* const kQtEnvironment = ::testing::AddGlobalTestEnv
 // failed test never acts in the next.
 int currentTest = 0;
 int pendingActions = 0;
-
-constexpr int kPollMilliseconds = 10;
-constexpr int kPolls = 500;
+constexpr int kPollMilliseconds = 10, kPolls = 500;
 
 void pollForModal(const std::type_info& window, std::function<void(QWidget&)> act, int test, int pollsLeft) {
   const std::type_info* expected = &window;
@@ -63,9 +58,7 @@ void pollForModal(const std::type_info& window, std::function<void(QWidget&)> ac
   });
 }
 
-QPoint rowCentre(const QTableWidget* list, int row) {
-  return list->visualRect(list->model()->index(row, 0)).center();
-}
+QPoint rowCentre(const QTableWidget* list, int row) { return list->visualRect(list->model()->index(row, 0)).center(); }
 
 }  // namespace
 
@@ -97,11 +90,6 @@ void clickRow(QTableWidget* list, int row, Qt::KeyboardModifiers modifiers) {
   QTest::mouseClick(list->viewport(), Qt::LeftButton, modifiers, rowCentre(list, row));
 }
 
-void clickBelowRows(QTableWidget* list) {
-  const QRect area = list->viewport()->rect();
-  QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(area.width() / 2, area.bottom() - 2));
-}
-
 // QTest's double click is the second press alone; a person's is press, release, press, release.
 void doubleClickAt(QWidget* widget, QPoint position, Qt::MouseButton button) {
   QTest::mousePress(widget, button, Qt::NoModifier, position);
@@ -112,15 +100,6 @@ void doubleClickAt(QWidget* widget, QPoint position, Qt::MouseButton button) {
 
 void doubleClickRow(QTableWidget* list, int row, Qt::MouseButton button) {
   doubleClickAt(list->viewport(), rowCentre(list, row), button);
-}
-
-// Key by key with the typed text, which also carries letters (ú, ²) that have no key code.
-void typeInto(const QWidget& window, const char* editName, const QString& text) {
-  auto* edit = child<QLineEdit>(window, editName);
-  if (edit == nullptr) return;
-  edit->clear();
-  for (const QChar character : text)
-    QTest::sendKeyEvent(QTest::Click, edit, Qt::Key_unknown, QString(character), Qt::NoModifier);
 }
 
 void choose(const QWidget& window, const char* comboName, int index) {
@@ -134,24 +113,37 @@ void settle() {
   for (int round = 0; round < 5; ++round) QCoreApplication::processEvents();
 }
 
-QStringList rowTexts(const QTableWidget* list, int row) {
-  QStringList texts;
-  for (int column = 0; column < list->columnCount(); ++column) {
-    const QTableWidgetItem* item = list->item(row, column);
-    texts.append(item != nullptr ? item->text() : QString());
+std::string look(const QWidget& window, const QString& names) {
+  QStringList shown;
+  for (const QString& name : names.split(' ')) {
+    const auto* widget = child<QWidget>(window, name.toLatin1().constData());
+    QString text;
+    if (const auto* edit = qobject_cast<const QLineEdit*>(widget)) text = edit->text();
+    if (const auto* label = qobject_cast<const QLabel*>(widget)) text = label->text();
+    if (const auto* combo = qobject_cast<const QComboBox*>(widget)) text = combo->currentText();
+    if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
+      text = !button->isCheckable() ? button->text() : button->isChecked() ? "on" : "off";
+    if (const auto* items = qobject_cast<const QAbstractItemView*>(widget)) {
+      const QAbstractItemModel& model = *items->model();
+      QStringList titles, rows;
+      for (int column = 0; column < model.columnCount(); ++column)
+        titles.append(model.headerData(column, Qt::Horizontal).toString());
+      for (int row = 0; row < model.rowCount(); ++row) {
+        rows.append(QString());
+        for (int column = 0; column < model.columnCount(); ++column)
+          rows.back() += (column > 0 ? "," : "") + model.index(row, column).data().toString();
+      }
+      text = (titles.join(',') + ": " + rows.join("; ")).trimmed();
+    }
+    shown.append(widget == nullptr || widget->isHidden() ? "-" : widget->isEnabled() ? text : "!" + text);
   }
+  return shown.join(" | ").toStdString();
+}
+
+QStringList entries(const QComboBox* combo) {
+  QStringList texts;
+  for (int i = 0; i < combo->count(); ++i) texts.append(combo->itemText(i));
   return texts;
 }
-
-QStringList columnTitles(const QTableWidget* list) {
-  QStringList titles;
-  for (int column = 0; column < list->columnCount(); ++column)
-    titles.append(list->model()->headerData(column, Qt::Horizontal).toString());
-  return titles;
-}
-
-QString q(const std::u16string& text) { return QString::fromStdU16String(text); }
-
-std::u16string u(const char* utf8) { return QString::fromUtf8(utf8).toStdU16String(); }
 
 }  // namespace orvane::test

@@ -7,21 +7,31 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QComboBox>
+#include <QLineEdit>
 #include <QPushButton>
-#include <QString>
 #include <QTableWidget>
 #include <QTest>
-#include <deque>
 #include <functional>
-#include <optional>
-#include <string>
 #include <typeinfo>
-#include <vector>
 
 #include "editors/common/messages.h"
+#include "editors/editor_fixture.h"
 #include "support/scripted_answers.h"
+#include "ui/grid/grid_control.h"
+#include "ui/list_enums_view.h"
+#include "ui/list_values_view.h"
+#include "ui/properties_of_set_view.h"
+#include "ui/properties_set_view.h"
+#include "ui/property_assign_view.h"
+#include "ui/property_data_view.h"
+#include "ui/property_value_view.h"
 #include "ui/qt_services.h"
+#include "ui/quantities_of_set_view.h"
+#include "ui/quantity_assign_view.h"
+#include "ui/quantity_data_view.h"
 #include "ui/report_list.h"
+#include "ui/value_enum_view.h"
 
 namespace orvane::test {
 
@@ -37,8 +47,8 @@ class RecordingQtServices : public QtDialogServices, public ScriptedAnswers {
 };
 
 // Calls `act` on the next modal dialog of type `Window` to open, from inside its event loop (a
-// modal dialog opened by a click blocks the click until it closes). The dialog is waited for a few
-// seconds; one that `act` leaves open is then rejected.
+// modal dialog opened by a click blocks the click until it closes). One that `act` leaves open is
+// then rejected; one that never opens fails the test.
 void whenModalOpens(const std::type_info& window, std::function<void(QWidget&)> act);
 
 template <class Window>
@@ -73,20 +83,23 @@ Widget* child(const QWidget& window, const char* name) {
 
 void click(const QWidget& window, const char* buttonName);
 void clickRow(QTableWidget* list, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-void clickBelowRows(QTableWidget* list);
 void doubleClickAt(QWidget* widget, QPoint position, Qt::MouseButton button = Qt::LeftButton);
 void doubleClickRow(QTableWidget* list, int row, Qt::MouseButton button = Qt::LeftButton);
-void typeInto(const QWidget& window, const char* editName, const QString& text);
+// The views read what an edit holds, however it got there.
+inline void typeInto(const QWidget& window, const char* editName, const QString& text) {
+  if (auto* edit = child<QLineEdit>(window, editName)) edit->setText(text);
+}
 // What a user choosing entry `index` of a drop-down list does to it.
 void choose(const QWidget& window, const char* comboName, int index);
-
 // Lets the event loop run what the last action posted, and what that posted in turn.
 void settle();
 
-QStringList rowTexts(const QTableWidget* list, int row);
-QStringList columnTitles(const QTableWidget* list);
-QString q(const std::u16string& text);
-std::u16string u(const char* utf8);
+// What the named controls of `window` show, joined by " | " for one comparison: an edit's, label's,
+// button's or drop-down's text, "on" or "off" for a check box or radio button, a list's or grid's
+// column titles and rows ("Name,Type: a,b; c,d"); "-" for a hidden control, "!" before a disabled one's.
+std::string look(const QWidget& window, const QString& names);
+QStringList entries(const QComboBox* combo);
+inline std::u16string u(const char* utf8) { return QString::fromUtf8(utf8).toStdU16String(); }
 
 }  // namespace orvane::test
 
