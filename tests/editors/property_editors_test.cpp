@@ -1,10 +1,12 @@
-// One property's data, one set's properties, and the chooser of a host variable or literal.
+// One property's data, one set's rows, the chooser of a host variable or literal, and value lists
+// changed in nested editors coming back up to the set list.
+#include "editor_fixture.h"
 #include "editors/assign/property_value_dlg.h"
 #include "editors/psets/list_enums_dlg.h"
 #include "editors/psets/list_values_dlg.h"
 #include "editors/psets/properties_of_set_dlg.h"
+#include "editors/psets/properties_set_dlg.h"
 #include "editors/psets/property_data_dlg.h"
-#include "editor_fixture.h"
 
 using namespace orvane;
 using namespace orvane::test;
@@ -15,14 +17,9 @@ CConjuntoVariableZep sampleCatalogue() {
   CConjuntoVariableZep catalogue;
   for (auto [group, variables] : {std::pair<const char*, std::vector<const char*>>{"Eje", {"PK", "Cota"}},
                                   {"Superficie", {"Area", "Perimetro"}}}) {
-    CZepGrupo g;
-    setText(g.name, group);
-    for (const char* name : variables) {
-      CZepVariable v;
-      setText(v.name, name);
-      g.variables.push_back(v);
-    }
-    catalogue.groups.push_back(g);
+    catalogue.groups.emplace_back();
+    setText(catalogue.groups.back().name, group);
+    for (const char* name : variables) setText(catalogue.groups.back().variables.emplace_back().name, name);
   }
   return catalogue;
 }
@@ -35,104 +32,90 @@ class PropertyData : public EditorTest {
     return dlg;
   }
   std::vector<CIfcEnum> enums{makeEnum("Colores", {{1, "Rojo"}, {2, "Azul"}})};
-  CIfcPropertySet owner = makeSet("Muros", {makeProperty("Altura"), makeProperty("Acabado")});
+  CIfcPropertySet owner = makeSet("Muros", {makeProperty("Altura")});
   CConjuntoVariableZep catalogue = sampleCatalogue();
 };
 
-TEST_F(PropertyData, StartShowsTheHostTextsAndTheProperty) {
+TEST_F(PropertyData, StartShowsTheProperty) {
   CIfcPropertyName p = makeProperty("Temp", PropertyReal);
   p.realValue = 21.5;
   p.unit = 4;
   CPropertyDataDlg dlg = open(kEditItem, p);
-  EXPECT_EQ(dlg.caption, u"Datos de la Propiedad");
-  EXPECT_EQ(dlg.nameLabel, u"Nombre");
   EXPECT_EQ(dlg.setName, u"Muros");
   EXPECT_EQ(dlg.defaultValueText, u"21.500");
-  EXPECT_EQ(dlg.types.entries,
-            (std::vector<std::u16string>{u"Entero", u"Real", u"Texto", u"Lista de Valores", u"Booleano", u"Fecha y hora"}));
+  EXPECT_EQ(dlg.types.entries, (Texts{u"Entero", u"Real", u"Texto", u"Lista de Valores", u"Booleano", u"Fecha y hora"}));
   EXPECT_EQ(dlg.types.selected, PropertyReal);
-  EXPECT_EQ(dlg.units.entries.at(4), u"ºC");
+  EXPECT_EQ(dlg.units.entries.at(4), u"ºC");  // the unit table is ANSI text
   EXPECT_EQ(dlg.units.selected, 4);
-  EXPECT_EQ(dlg.valueLists.entries, std::vector<std::u16string>{u"Colores"});
+  EXPECT_EQ(dlg.valueLists.entries, Texts{u"Colores"});
   EXPECT_EQ(dlg.valueLists.selected, -1);
 }
 
-TEST_F(PropertyData, RequiredNumbersNeedADefaultButStringsDoNot) {
-  CPropertyDataDlg integer = open(kNewItem, makeProperty("Nueva", PropertyInteger));
-  integer.defaultValueText.clear();
-  integer.ok();
-  EXPECT_EQ(services.messages, std::vector<std::u16string>{u"Falta el valor por defecto"});
-  EXPECT_FALSE(integer.ended());
-
-  CPropertyDataDlg text = open(kNewItem, makeProperty("Nueva", PropertyString));
-  text.ok();
-  EXPECT_EQ(text.result(), kDialogOk);
-
-  CPropertyDataDlg optionalReal = open(kNewItem, makeProperty("Opcional", PropertyReal));
-  optionalReal.defaultValueText.clear();
-  optionalReal.optionalChecked = true;
-  optionalReal.ok();
-  ASSERT_EQ(optionalReal.result(), kDialogOk);
-  EXPECT_EQ(optionalReal.property.realValue, 0.0);
-  EXPECT_STREQ(optionalReal.property.textValue, "");
-}
-
-TEST_F(PropertyData, AHostVariableReferenceTypedAsIntegerKeepsItsText) {
-  CPropertyDataDlg dlg = open(kNewItem, makeProperty("Ancho", PropertyInteger));
-  dlg.defaultValueText = u"$ANCHO";
-  dlg.ok();
-  ASSERT_EQ(dlg.result(), kDialogOk);
-  EXPECT_STREQ(dlg.property.textValue, "$ANCHO");
-  EXPECT_EQ(dlg.property.intValue, 0);
-}
-
-TEST_F(PropertyData, NamesAreCheckedForEmptinessAndDuplicates) {
-  CPropertyDataDlg empty = open(kNewItem, makeProperty(""));
-  empty.ok();
-  CPropertyDataDlg duplicate = open(kNewItem, makeProperty(""));
-  duplicate.nameText = u"ALTURA";
-  duplicate.ok();
-  EXPECT_EQ(services.messages, (std::vector<std::u16string>{u"Debe dar un nombre a la propiedad",
-                                                            u"Ya existe una propiedad con ese nombre"}));
-  CPropertyDataDlg caseOnly = open(kEditItem, owner.properties[0]);
-  caseOnly.nameText = u"ALTURA";
-  caseOnly.ok();
-  EXPECT_EQ(caseOnly.result(), kDialogOk);
-  EXPECT_STREQ(caseOnly.property.name, "ALTURA");
-
-  CPropertyDataDlg renamed = open(kEditItem, owner.properties[0]);
-  renamed.nameText = u"acabado";
-  renamed.ok();
-  EXPECT_FALSE(renamed.ended());
-  EXPECT_EQ(services.messages.back(), u"Ya existe una propiedad con ese nombre");
+// A default value is needed by the types that have one, unless the property is optional; what is
+// stored follows the type.
+TEST_F(PropertyData, OkStoresTheDefaultByTypeOrAsksForOne) {
+  struct Row {
+    int type;
+    const char16_t* value;
+    bool optional;
+    const char16_t* refusal;
+    const char* storedText;
+    int32_t storedInt;
+  } rows[] = {
+      {PropertyInteger, u"", false, u"Falta el valor por defecto", "", 0},
+      {PropertyInteger, u"12abc", false, nullptr, "12abc", 12},
+      {PropertyInteger, u"$ANCHO", false, nullptr, "$ANCHO", 0},  // a host variable keeps its text
+      {PropertyReal, u"", true, nullptr, "", 0},
+      {PropertyDateTime, u"", false, u"Falta el valor por defecto", "", 0},
+      {PropertyString, u"", false, nullptr, "", 0},
+      {PropertyBoolean, u"", false, nullptr, "", 1},  // the check box, ticked
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.type);
+    services.messages.clear();
+    CPropertyDataDlg dlg = open(kNewItem, makeProperty("Nueva"));
+    dlg.changeType(row.type);
+    dlg.defaultValueText = row.value;
+    dlg.optionalChecked = row.optional;
+    dlg.booleanChecked = true;
+    dlg.ok();
+    EXPECT_EQ(services.messages, row.refusal ? Texts{row.refusal} : Texts{});
+    if (row.refusal != nullptr) continue;
+    EXPECT_EQ(dlg.property.valueType, row.type);
+    EXPECT_STREQ(dlg.property.textValue, row.storedText);
+    EXPECT_EQ(dlg.property.intValue, row.storedInt);
+    EXPECT_EQ(dlg.property.realValue, 0.0);
+  }
 }
 
 TEST_F(PropertyData, TheTypeDecidesWhichControlsAreUsable) {
+  struct Row {
+    int type;
+    bool defaultVisible, defaultEnabled, checkVisible, listsEnabled, editListEnabled;
+  } rows[] = {{PropertyBoolean, false, true, true, false, true},
+              {PropertyReal, true, true, false, false, false},
+              {PropertyEnumerated, true, false, false, true, true}};
   CPropertyDataDlg dlg = open(kNewItem, makeProperty("P"));
-  dlg.changeType(PropertyBoolean);
-  EXPECT_FALSE(dlg.defaultValueVisible);
-  EXPECT_TRUE(dlg.booleanCheckVisible);
-  EXPECT_FALSE(dlg.valueLists.enabled);
-  dlg.changeType(PropertyReal);
-  EXPECT_TRUE(dlg.defaultValueVisible);
-  EXPECT_FALSE(dlg.booleanCheckVisible);
-  EXPECT_FALSE(dlg.valueLists.enabled);
-  EXPECT_FALSE(dlg.editValueListEnabled);
-  dlg.changeType(PropertyEnumerated);
-  EXPECT_FALSE(dlg.defaultValueEnabled);
-  EXPECT_TRUE(dlg.valueLists.enabled);
-  EXPECT_TRUE(dlg.editValueListEnabled);
-
-  dlg.changeType(PropertyBoolean);
-  dlg.booleanChecked = true;
-  dlg.ok();
-  EXPECT_EQ(dlg.property.valueType, PropertyBoolean);
-  EXPECT_EQ(dlg.property.intValue, 1);
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.type);
+    dlg.changeType(row.type);
+    EXPECT_EQ(dlg.defaultValueVisible, row.defaultVisible);
+    EXPECT_EQ(dlg.defaultValueEnabled, row.defaultEnabled);
+    EXPECT_EQ(dlg.booleanCheckVisible, row.checkVisible);
+    EXPECT_EQ(dlg.valueLists.enabled, row.listsEnabled);
+    EXPECT_EQ(dlg.editValueListEnabled, row.editListEnabled);
+  }
 }
 
-TEST_F(PropertyData, PickingAValueListSetsTheTypeAndTheDefault) {
-  CPropertyDataDlg dlg = open(kNewItem, makeProperty("Color"));
-  dlg.changeType(PropertyEnumerated);
+TEST_F(PropertyData, ValueListsArePickedOrEditedInTheirOwnEditor) {
+  CIfcPropertyName p = makeProperty("Color", PropertyEnumerated, "Rojo");
+  setText(p.enumName, "Otra");
+  CPropertyDataDlg dlg = open(kEditItem, p);
+  services.expectDialog<CListValuesDlg>([](CListValuesDlg& d) { d.cancel(); });
+  dlg.chooseValueList(0);
+  dlg.chooseValueList(5);  // outside the list: no editor
+  EXPECT_STREQ(dlg.property.enumName, "Otra");
+  EXPECT_EQ(dlg.valueLists.selected, -1);
   services.expectDialog<CListValuesDlg>([](CListValuesDlg& d) {
     EXPECT_FALSE(d.selectionNotRequired);
     d.selectRow(1);
@@ -142,27 +125,6 @@ TEST_F(PropertyData, PickingAValueListSetsTheTypeAndTheDefault) {
   EXPECT_STREQ(dlg.property.enumName, "Colores");
   EXPECT_STREQ(dlg.property.textValue, "Azul");
   EXPECT_EQ(dlg.defaultValueText, u"Azul");
-  dlg.ok();
-  EXPECT_EQ(dlg.result(), kDialogOk);
-}
-
-TEST_F(PropertyData, CancellingTheValueListKeepsTheTypeName) {
-  CIfcPropertyName p = makeProperty("Color", PropertyEnumerated, "Rojo");
-  setText(p.enumName, "Otra");
-  CPropertyDataDlg dlg = open(kEditItem, p);
-  services.expectDialog<CListValuesDlg>([](CListValuesDlg& d) { d.cancel(); });
-  dlg.chooseValueList(0);
-  EXPECT_STREQ(dlg.property.enumName, "Otra");
-  EXPECT_EQ(dlg.valueLists.selected, -1);
-  dlg.chooseValueList(5);  // outside the list: ignored, no dialog
-  EXPECT_STREQ(dlg.property.enumName, "Otra");
-}
-
-TEST_F(PropertyData, EditingTheValueListChangesTheDocumentTypes) {
-  CIfcPropertyName p = makeProperty("Color", PropertyEnumerated, "Rojo");
-  setText(p.enumName, "COLORES");
-  CPropertyDataDlg dlg = open(kEditItem, p);
-  EXPECT_EQ(dlg.valueLists.selected, 0);
   services.expectDialog<CListValuesDlg>([](CListValuesDlg& d) {
     EXPECT_TRUE(d.selectionNotRequired);
     d.descriptionText = u"Colores de acabado";
@@ -172,9 +134,9 @@ TEST_F(PropertyData, EditingTheValueListChangesTheDocumentTypes) {
   EXPECT_STREQ(dlg.enums[0].description, "Colores de acabado");
 }
 
-TEST_F(PropertyData, TheChooserPutsAHostVariableInTheDefaultBox) {
+TEST_F(PropertyData, TheChooserPutsAHostVariableInTheDefaultBoxForOkToStore) {
   CPropertyDataDlg dlg = open(kNewItem, makeProperty("Cota", PropertyReal));
-  dlg.defaultValueText = u"";
+  dlg.defaultValueText.clear();
   services.expectDialog<CPropiedadesObjetosValorIFCDlg>([](CPropiedadesObjetosValorIFCDlg& d) {
     EXPECT_EQ(d.mode, kLiteralText);
     d.chooseSource(kHostVariable);
@@ -184,7 +146,7 @@ TEST_F(PropertyData, TheChooserPutsAHostVariableInTheDefaultBox) {
   });
   dlg.chooseValue();
   EXPECT_EQ(dlg.defaultValueText, u"Eje.Cota$");
-  EXPECT_STREQ(dlg.property.textValue, "");  // stored only by this dialog's OK
+  EXPECT_STREQ(dlg.property.textValue, "");
   dlg.ok();
   EXPECT_STREQ(dlg.property.textValue, "Eje.Cota$");
 }
@@ -199,46 +161,32 @@ class ValueChooser : public EditorTest {
   CConjuntoVariableZep catalogue = sampleCatalogue();
 };
 
-TEST_F(ValueChooser, AReferenceOpensInHostVariableModeWithItsNamesSelected) {
-  CPropiedadesObjetosValorIFCDlg dlg = open("Eje.Cota$");
-  EXPECT_EQ(dlg.caption, u"Asignación de Propiedades a Objetos IFC");
-  EXPECT_EQ(dlg.mode, kHostVariable);
-  EXPECT_EQ(dlg.valueText, u"Eje.Cota$");
-  EXPECT_EQ(dlg.groups.entries, (std::vector<std::u16string>{u"Eje", u"Superficie"}));
-  EXPECT_EQ(dlg.groups.selected, 0);
-  EXPECT_EQ(dlg.variables.selected, 1);
-  EXPECT_TRUE(dlg.groups.enabled);
-  EXPECT_FALSE(dlg.valueTextEnabled);
+TEST_F(ValueChooser, AReferenceOpensOnItsNamesAndALiteralAsTyped) {
+  struct Row {
+    const char* value;
+    int mode, group, variable;
+  } rows[] = {{"Eje.Cota$", kHostVariable, 0, 1}, {"Superficie.Area$", kHostVariable, 1, 0},
+              {"Muro.Alto$", kHostVariable, 0, 0},  // unknown names: the first group and variable
+              {"12.5", kLiteralText, 0, 0}, {"", kLiteralText, -1, -1}};
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.value);
+    CPropiedadesObjetosValorIFCDlg dlg = open(row.value);
+    EXPECT_EQ(dlg.mode, row.mode);
+    EXPECT_EQ(dlg.valueText, std::u16string(row.value, row.value + std::strlen(row.value)));
+    EXPECT_EQ(dlg.groups.entries, (Texts{u"Eje", u"Superficie"}));
+    EXPECT_EQ(dlg.groups.selected, row.group);
+    EXPECT_EQ(dlg.variables.entries.size(), 2u);
+    EXPECT_EQ(dlg.variables.selected, row.variable);
+    EXPECT_EQ(dlg.groups.enabled && dlg.variables.enabled && !dlg.valueTextEnabled, row.mode == kHostVariable);
+  }
 }
 
-TEST_F(ValueChooser, AnUnknownGroupSelectsTheFirstGroupAndVariable) {
-  CPropiedadesObjetosValorIFCDlg dlg = open("Muro.Alto$");
-  EXPECT_EQ(dlg.groups.selected, 0);
-  EXPECT_EQ(dlg.variables.selected, 0);
-}
-
-TEST_F(ValueChooser, LiteralsAndEmptyValuesOpenInLiteralMode) {
-  CPropiedadesObjetosValorIFCDlg literal = open("12.5");
-  EXPECT_EQ(literal.mode, kLiteralText);
-  EXPECT_EQ(literal.valueText, u"12.5");
-  EXPECT_TRUE(literal.valueTextEnabled);
-  EXPECT_FALSE(literal.groups.enabled);
-  EXPECT_FALSE(literal.variables.enabled);
-
-  CPropiedadesObjetosValorIFCDlg empty = open("");
-  EXPECT_EQ(empty.mode, kLiteralText);
-  EXPECT_EQ(empty.valueText, u"");
-  EXPECT_EQ(empty.groups.selected, -1);
-  EXPECT_EQ(empty.variables.entries, (std::vector<std::u16string>{u"PK", u"Cota"}));
-  EXPECT_EQ(empty.variables.selected, -1);
-}
-
-TEST_F(ValueChooser, AnIncompleteChoiceKeepsTheDialogOpenSilently) {
+TEST_F(ValueChooser, AnIncompleteChoiceKeepsItOpenSilentlyAndALiteralIsTakenAsTyped) {
   CPropiedadesObjetosValorIFCDlg dlg = open("");
   dlg.chooseSource(kHostVariable);
   dlg.ok();  // no group
   dlg.chooseGroup(1);
-  EXPECT_EQ(dlg.variables.entries, (std::vector<std::u16string>{u"Area", u"Perimetro"}));
+  EXPECT_EQ(dlg.variables.entries, (Texts{u"Area", u"Perimetro"}));
   EXPECT_EQ(dlg.variables.selected, 0);  // a new group selects its first variable
   dlg.chooseVariable(-1);
   dlg.ok();
@@ -248,55 +196,33 @@ TEST_F(ValueChooser, AnIncompleteChoiceKeepsTheDialogOpenSilently) {
   dlg.ok();
   ASSERT_EQ(dlg.result(), kDialogOk);
   EXPECT_STREQ(dlg.value, "Superficie.Perimetro$");
+  CPropiedadesObjetosValorIFCDlg literal = open("Eje.PK$");
+  literal.chooseSource(kLiteralText);
+  literal.valueText = u"Año 2026 $";
+  literal.ok();
+  ASSERT_EQ(literal.result(), kDialogOk);
+  EXPECT_STREQ(literal.value, "A\xC3\xB1o 2026 $");
 }
 
-TEST_F(ValueChooser, ALiteralIsReturnedExactlyAsTypedInUtf8) {
-  CPropiedadesObjetosValorIFCDlg dlg = open("Eje.PK$");
-  dlg.chooseSource(kLiteralText);
-  dlg.valueText = u"Año 2026 $";
-  dlg.ok();
-  ASSERT_EQ(dlg.result(), kDialogOk);
-  EXPECT_STREQ(dlg.value, "A\xC3\xB1o 2026 $");
-}
-
-TEST_F(ValueChooser, APairTooLongForAReferenceIsRefused) {
+// Names too long for a reference, or no catalogue at all: only a literal can be accepted.
+TEST_F(ValueChooser, WithoutAReferenceToMakeOnlyTheLiteralIsAccepted) {
   CConjuntoVariableZep longNames;
-  longNames.groups.resize(1);
-  setText(longNames.groups[0].name, std::string(300, 'g').c_str());
-  longNames.groups[0].variables.resize(1);
-  setText(longNames.groups[0].variables[0].name, std::string(300, 'v').c_str());
-  CPropiedadesObjetosValorIFCDlg dlg(services, "", longNames);
-  dlg.start();
-  dlg.chooseSource(kHostVariable);
-  dlg.chooseGroup(0);
-  dlg.ok();
-  EXPECT_FALSE(dlg.ended());
-}
-
-TEST_F(ValueChooser, AnEmptyCatalogueLeavesOnlyTheLiteral) {
-  const CConjuntoVariableZep none;
-  CPropiedadesObjetosValorIFCDlg dlg(services, "Eje.PK$", none);
-  dlg.start();
-  EXPECT_TRUE(dlg.groups.entries.empty());
-  dlg.ok();
-  EXPECT_FALSE(dlg.ended());
-  dlg.chooseSource(kLiteralText);
-  dlg.ok();
-  EXPECT_EQ(dlg.result(), kDialogOk);
-  EXPECT_STREQ(dlg.value, "Eje.PK$");
-}
-
-class PropertiesOfSet : public EditorTest {
- protected:
-  CPropertiesOfSetDlg open(int mode, const CIfcPropertySet& set) {
-    CPropertiesOfSetDlg dlg(services, mode, set, {}, &allSets, nullptr);
+  setText(longNames.groups.emplace_back().name, std::string(300, 'g').c_str());
+  setText(longNames.groups[0].variables.emplace_back().name, std::string(300, 'v').c_str());
+  for (const CConjuntoVariableZep& source : {longNames, CConjuntoVariableZep()}) {
+    CPropiedadesObjetosValorIFCDlg dlg(services, "Eje.PK$", source);
     dlg.start();
-    return dlg;
+    dlg.chooseGroup(0);
+    dlg.ok();
+    EXPECT_FALSE(dlg.ended());
+    dlg.chooseSource(kLiteralText);
+    dlg.ok();
+    EXPECT_EQ(dlg.result(), kDialogOk);
+    EXPECT_STREQ(dlg.value, "Eje.PK$");
   }
-  std::vector<CIfcPropertySet> allSets{makeSet("Losas"), makeSet("Muros")};
-};
+}
 
-TEST_F(PropertiesOfSet, RowsShowEveryColumnWithItsEncoding) {
+TEST_F(EditorTest, ASetsRowsShowEveryColumnOfItsProperties) {
   CIfcPropertyName flag = makeProperty("Portante", PropertyBoolean);
   flag.intValue = 2;
   CIfcPropertyName ref = makeProperty("Alto", PropertyInteger, "$ALTO");
@@ -304,65 +230,46 @@ TEST_F(PropertiesOfSet, RowsShowEveryColumnWithItsEncoding) {
   ref.unit = 4;
   CIfcPropertyName colour = makeProperty("Color", PropertyEnumerated, "Rojo");
   setText(colour.enumName, "Colores");
-  CPropertiesOfSetDlg dlg = open(kEditItem, makeSet("Muros", {flag, ref, colour}));
-  EXPECT_EQ(dlg.properties.columns.size(), 7u);
-  EXPECT_EQ(dlg.properties.columns[6].title, u"Unidad");
-  EXPECT_EQ(dlg.properties.rows[0], (std::vector<std::u16string>{u"Portante", u"", u"Booleano", u"", u"false", u"No", u""}));
-  EXPECT_EQ(dlg.properties.rows[1], (std::vector<std::u16string>{u"Alto", u"", u"Entero", u"", u"$ALTO", u"Sí", u"ºC"}));
-  EXPECT_EQ(dlg.properties.rows[2][2], u"Enumerado");
-  EXPECT_EQ(dlg.properties.rows[2][3], u"Colores");
+  CPropertiesOfSetDlg dlg(services, kEditItem, makeSet("Muros", {flag, ref, colour}), {}, nullptr, nullptr);
+  dlg.start();
+  EXPECT_EQ(dlg.properties.columns.at(6).title, u"Unidad");
+  EXPECT_EQ(dlg.properties.rows[0], (Texts{u"Portante", u"", u"Booleano", u"", u"false", u"No", u""}));
+  EXPECT_EQ(dlg.properties.rows[1], (Texts{u"Alto", u"", u"Entero", u"", u"$ALTO", u"Sí", u"ºC"}));
+  EXPECT_EQ(dlg.properties.rows[2], (Texts{u"Color", u"", u"Enumerado", u"Colores", u"Rojo", u"No", u""}));
 }
 
-TEST_F(PropertiesOfSet, SetNamesAreCheckedAgainstTheWholeList) {
-  CPropertiesOfSetDlg empty = open(kNewItem, makeSet(""));
-  empty.ok();
-  CPropertiesOfSetDlg clash = open(kNewItem, makeSet(""));
-  clash.nameText = u"MUROS";
-  clash.ok();
-  EXPECT_EQ(services.messages, (std::vector<std::u16string>{u"Debe dar un nombre al conjunto",
-                                                            u"Ya existe un conjunto con ese nombre"}));
-  CPropertiesOfSetDlg keep = open(kEditItem, allSets[1]);
-  keep.nameText = u"muros";
-  keep.ok();
-  EXPECT_EQ(keep.result(), kDialogOk);
-  CPropertiesOfSetDlg rename = open(kEditItem, allSets[1]);
-  rename.nameText = u"losas";
-  rename.ok();
-  EXPECT_FALSE(rename.ended());
-}
-
-TEST_F(PropertiesOfSet, RemovingAPropertyAsksNothingAndRevealsTheSameRow) {
-  CPropertiesOfSetDlg dlg = open(kEditItem, makeSet("S", {makeProperty("A"), makeProperty("B"), makeProperty("C")}));
-  dlg.selectRow(1);
-  dlg.remove();
-  ASSERT_EQ(dlg.set.properties.size(), 2u);
-  EXPECT_STREQ(dlg.set.properties[1].name, "C");
-  EXPECT_EQ(dlg.properties.revealRow, 1);
-  EXPECT_TRUE(services.questions.empty());
-}
-
-TEST_F(PropertiesOfSet, ADoubleClickEditsThatRow) {
-  CPropertiesOfSetDlg dlg = open(kEditItem, makeSet("S", {makeProperty("A"), makeProperty("B")}));
-  services.expectDialog<CPropertyDataDlg>([](CPropertyDataDlg& d) {
-    EXPECT_EQ(d.nameText, u"B");
-    d.descriptionText = u"Segunda";
-    d.ok();
+// A value list made in the set's editor, and a value added to it while picking a property's default,
+// reach the set list with the new set.
+TEST_F(EditorTest, ValueListsChangedInNestedEditorsComeBackUp) {
+  CPropertiesSetDlg dlg(services, {makeSet("Muros")}, {makeEnum("Colores", {{1, "Rojo"}})});
+  dlg.start();
+  services.expectDialog<CPropertiesOfSetDlg>([this](CPropertiesOfSetDlg& set) {
+    set.nameText = u"Carpintería";
+    services.expectDialog<CListEnumsDlg>([](CListEnumsDlg& d) { d.enums.push_back(makeEnum("Acabados", {{1, "Lacado"}})); d.ok(); });
+    set.editEnums();
+    EXPECT_STREQ(set.set.name, "Carpinter\xC3\xAD" "a");  // taken before the nested editor opened
+    services.expectDialog<CPropertyDataDlg>([this](CPropertyDataDlg& p) {
+      p.nameText = u"Acabado";
+      p.changeType(PropertyEnumerated);
+      services.expectDialog<CListValuesDlg>([](CListValuesDlg& pick) {
+        pick.type.elements.push_back(makeEnum("", {{2, "Barniz"}}).elements[0]);
+        pick.selectRow(1);
+        pick.ok();
+      });
+      p.chooseValueList(1);
+      p.ok();
+    });
+    set.insert();
+    set.ok();
   });
-  dlg.doubleClick(1);
-  EXPECT_STREQ(dlg.set.properties[1].description, "Segunda");
-  EXPECT_EQ(dlg.properties.rows[1][1], u"Segunda");
-}
-
-TEST_F(PropertiesOfSet, TypesEditedFromTheSetComeBackWithIt) {
-  CPropertiesOfSetDlg dlg = open(kNewItem, makeSet(""));
-  dlg.nameText = u"Nuevo";
-  services.expectDialog<CListEnumsDlg>([](CListEnumsDlg& d) {
-    d.enums.push_back(makeEnum("Colores", {{1, "Rojo"}}));
-    d.ok();
-  });
-  dlg.editEnums();
-  ASSERT_EQ(dlg.enums.size(), 1u);
-  EXPECT_STREQ(dlg.set.name, "Nuevo");  // the edits were taken before the nested dialog
+  dlg.insert();
+  EXPECT_EQ(column(dlg.sets, 0), (Texts{u"Carpintería", u"Muros"}));
+  ASSERT_EQ(dlg.enums.size(), 2u);
+  EXPECT_EQ(dlg.enums[1].elements.size(), 2u);
+  const CIfcPropertyName& made = dlg.propertySets[0].properties.at(0);
+  EXPECT_EQ(made.valueType, PropertyEnumerated);
+  EXPECT_STREQ(made.enumName, "Acabados");
+  EXPECT_STREQ(made.textValue, "Barniz");
 }
 
 }  // namespace
