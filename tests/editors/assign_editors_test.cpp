@@ -42,56 +42,42 @@ class PropertyAssignment : public EditorTest {
   std::vector<CIfcEnum> enums{makeEnum("Acabados", {{1, "Viejo"}}), makeEnum("ACABADOS", {{1, "Liso"}, {2, "Rugoso"}})};
 };
 
-TEST_F(PropertyAssignment, TheGridShowsEachTypeAsTheHostExpects) {
+// The grid names the types without a value of their own "Lista"; a drop-down offers the values of
+// the last type of its name, or none. Only the value column is edited, as its type reads the text;
+// Boolean and date values are not, and a number edit leaves a text the property holds showing.
+TEST_F(PropertyAssignment, TheGridShowsAndEditsEachTypeAsTheHostExpects) {
   CPropiedadesObjetosIFCDlg dlg = open({wallValues()});
   EXPECT_EQ(dlg.grid.fixedRowCount(), 1);
   EXPECT_EQ(dlg.grid.defaultBackground, kLightYellow);
   EXPECT_EQ(column(dlg.grid, 2), (Texts{u"Tipo", u"Entero", u"Real", u"Lista", u"Lista", u"Lista", u"String", u"Lista", u"Entero"}));
-  EXPECT_EQ(column(dlg.grid, 3), (Texts{u"Valor", u"7", u"1.000", u"Liso", u"Lista", u"Lista", u"Eje.PK$", u"Rojo", u"Eje.Cota$"}));
-  EXPECT_TRUE(dlg.grid.cell(6, 3).readOnly);  // a reference: changed only through the chooser
-  EXPECT_FALSE(dlg.grid.cell(1, 3).readOnly);
-  // The drop-down takes the last type of that name; a missing type gives no choices.
   EXPECT_EQ(dlg.grid.cell(3, 3).choices, (Texts{u"Liso", u"Rugoso"}));
-  EXPECT_TRUE(dlg.grid.cell(7, 3).dropDown);
-  EXPECT_TRUE(dlg.grid.cell(7, 3).choices.empty());
-}
-
-// Only the value column counts; a number edit leaves a text the property holds showing.
-TEST_F(PropertyAssignment, InPlaceEditsStoreByType) {
-  CPropiedadesObjetosIFCDlg dlg = open({wallValues()});
-  const std::vector<CIfcPropertyName>& p = dlg.assignedSets[0].properties;
-  for (auto [row, text] : {std::pair{1, u"12abc"}, {2, u"2.5"}, {3, u"Rugoso"}, {4, u"Sí"}, {5, u"2030"}, {8, u"5"}})
+  EXPECT_TRUE(dlg.grid.cell(7, 3).dropDown && dlg.grid.cell(7, 3).choices.empty());
+  for (auto [row, text] : {std::pair{1, u"12abc"}, {2, u"2.5"}, {3, u"Rugoso"}, {4, u"Sí"}, {5, u"2030"}, {8, u"5"}, {0, u"x"}})
     dlg.endEdit(row, 3, text);
   dlg.endEdit(1, 1, u"otra");
+  EXPECT_EQ(column(dlg.grid, 3), (Texts{u"Valor", u"12", u"2.500", u"Rugoso", u"Lista", u"Lista", u"Eje.PK$", u"Rojo", u"Eje.Cota$"}));
+  const std::vector<CIfcPropertyName>& p = dlg.assignedSets[0].properties;
   EXPECT_EQ(p[0].intValue, 12);
-  EXPECT_DOUBLE_EQ(p[1].realValue, 2.5);
   EXPECT_STREQ(p[2].textValue, "Rugoso");
   EXPECT_EQ(p[3].intValue, 0);
   EXPECT_STREQ(p[4].textValue, "2026");
   EXPECT_EQ(p[7].intValue, 5);
   EXPECT_STREQ(p[0].description, "");
-  EXPECT_EQ(column(dlg.grid, 3), (Texts{u"Valor", u"12", u"2.500", u"Rugoso", u"Lista", u"Lista", u"Eje.PK$", u"Rojo", u"Eje.Cota$"}));
 }
 
+// A double click on a value opens the chooser on the value shown and the catalogue; the header row
+// and the first column do nothing.
 TEST_F(PropertyAssignment, ADoubleClickOnAValueOpensTheChooserOnIt) {
   CPropiedadesObjetosIFCDlg dlg = open({wallValues()});
   setText(dlg.catalogue.groups.emplace_back().name, "Eje");
   for (const char* name : {"PK", "Cota"}) setText(dlg.catalogue.groups[0].variables.emplace_back().name, name);
   services.expectDialog<CPropiedadesObjetosValorIFCDlg>([](CPropiedadesObjetosValorIFCDlg& d) {
     EXPECT_EQ(d.valueText, u"1.000");
+    EXPECT_EQ(d.groups.entries.size(), 1u);
     d.ok();
   });
-  services.expectDialog<CPropiedadesObjetosValorIFCDlg>([](CPropiedadesObjetosValorIFCDlg& d) {
-    EXPECT_EQ(d.variables.selected, 0);
-    d.chooseVariable(1);
-    d.ok();
-  });
-  dlg.doubleClick(2, 3);
-  dlg.doubleClick(6, 3);
-  dlg.doubleClick(0, 3);  // neither the header row
-  dlg.doubleClick(3, 0);  // nor the first column
+  for (auto [row, column] : {std::pair{2, 3}, {0, 3}, {3, 0}}) dlg.doubleClick(row, column);
   EXPECT_STREQ(dlg.assignedSets[0].properties[1].textValue, "1.000");
-  EXPECT_STREQ(dlg.assignedSets[0].properties[5].textValue, "Eje.Cota$");
   dlg.endEdit(2, 3, u"9");  // the text now shows instead of the number
   EXPECT_EQ(dlg.grid.cell(2, 3).text, u"1.000");
 }
@@ -105,15 +91,11 @@ TEST_F(PropertyAssignment, InsertingAssignsTheChosenDefinitionOnce) {
   services.expectDialog<CPropertiesSetDlg>([this](CPropertiesSetDlg& list) {
     services.expectDialog<CPropertiesOfSetDlg>([](CPropertiesOfSetDlg& set) { set.nameText = u"Aceras"; set.ok(); });
     list.insert();
-    list.selectRow(2);
+    list.selectRow(2);  // Muros, after the sort
     list.ok();
   });
   dlg.insert();
-  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
-    list.selectRow(0);
-    list.propertySets.pop_back();
-    list.cancel();
-  });
+  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) { list.selectRow(0); list.propertySets.pop_back(); });
   dlg.insert();
   EXPECT_EQ(dlg.setDefinitions.size(), 3u);
   ASSERT_EQ(column(dlg.sets, 0), (Texts{u"losas", u"Muros", u"Aceras"}));
@@ -125,39 +107,31 @@ TEST_F(PropertyAssignment, InsertingAssignsTheChosenDefinitionOnce) {
   EXPECT_EQ(dlg.assignedSets.size(), 2u);
 }
 
-class QuantityAssignment : public EditorTest {
- protected:
-  // Chooses `row` of the definitions in the list the insert opens.
-  void insert(CCuantificadoresObjetosIFCDlg& dlg, int row) {
-    services.expectDialog<CPropertiesSetDlg>([row](CPropertiesSetDlg& list) {
-      EXPECT_EQ(list.types.size(), 1u);
-      EXPECT_EQ(list.objects.size(), 1u);
-      list.selectRow(row);
-      list.ok();
-    });
-    dlg.insert();
-  }
-  std::vector<CIfcQuantitySet> definitions{
+// Axes and surfaces take the host's values for the first exported quantities, in order; sets with
+// nothing exported, or already assigned, are refused. The list gets the document's kinds and elements.
+TEST_F(EditorTest, AssignedQuantitiesTakeTheHostsValuesOnAxesAndSurfaces) {
+  const std::vector definitions{
       makeQuantitySet("Losas", {makeQuantity("Oculta", LengthMeasure, 1, false)}),
       makeQuantitySet("Muros", {makeQuantity("A", AreaMeasure, 1), makeQuantity("B", AreaMeasure, 2, false),
                                 makeQuantity("C", LengthMeasure, 3), makeQuantity("D", VolumeMeasure, 4.25)})};
-};
-
-// Axes and surfaces take the host's values for the first exported quantities, in order; sets with
-// nothing exported, or already assigned, are refused.
-TEST_F(QuantityAssignment, TheExportedQuantitiesTakeTheHostsValuesOnAxesAndSurfaces) {
   const double values[] = {10, 20, 30, 40};
-  for (auto [kind, count, expected] : {std::tuple{"superficie", 2, Texts{u"10.000", u"20.000", u"4.250"}},
-                                       {"Eje", 1, Texts{u"10.000", u"3.000", u"4.250"}},
-                                       {"Otro", 4, Texts{u"1.000", u"3.000", u"4.250"}}}) {
+  for (auto [kind, count, expected] : {std::tuple{"superficie", 2, Texts{u"Valor", u"10.000", u"20.000", u"4.250"}},
+                                       {"Eje", 1, Texts{u"Valor", u"10.000", u"3.000", u"4.250"}},
+                                       {"Otro", 4, Texts{u"Valor", u"1.000", u"3.000", u"4.250"}}}) {
     SCOPED_TRACE(kind);
     CCuantificadoresObjetosIFCDlg dlg(services, definitions, {}, kind, values, count, namedRecords<CIfcType>({"T"}),
                                       namedRecords<CIfcObject>({"O"}));
     dlg.start();
-    for (int row : {0, 1, 1}) insert(dlg, row);
+    for (int row : {0, 1, 1}) {
+      services.expectDialog<CPropertiesSetDlg>([row](CPropertiesSetDlg& list) {
+        EXPECT_EQ(list.types.size() + list.objects.size(), 2u);
+        list.selectRow(row);
+        list.ok();
+      });
+      dlg.insert();
+    }
     ASSERT_EQ(dlg.assignments.size(), 1u);
     dlg.chooseSet(0);
-    expected.insert(expected.begin(), u"Valor");
     EXPECT_EQ(column(dlg.grid, 3), expected);
     EXPECT_EQ(column(dlg.grid, 2), (Texts{u"Tipo", u"IfcAreaMeasure", u"IfcLengthMeasure", u"IfcVolumeMeasure"}));
     EXPECT_TRUE(dlg.grid.cell(1, 3).readOnly);
