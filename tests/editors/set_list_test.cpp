@@ -73,42 +73,33 @@ TEST_F(EditorTest, CsvImportSkipsWhatIsNotARegularFileAndCutsLongLines) {
 }
 
 // The list passes the document's kinds and host elements down; a set is linked to the element
-// chosen, and unlinked when there are none.
-TEST_F(EditorTest, QuantitySetsLinkAnElementAndShowKindAndExport) {
+// chosen, and unlinked when there are none; a kind outside the list is shown as none and kept.
+TEST_F(EditorTest, QuantitySetsLinkAnElementAndKeepTheirKinds) {
   const auto kinds = namedRecords<CIfcType>({"IfcLengthMeasure", "IfcAreaMeasure"});
   CPropertiesSetDlg dlg(services, {makeQuantitySet("Muros")}, kinds, namedRecords<CIfcObject>({"Eje", "Superficie"}));
   dlg.start();
   services.expectDialog<CQuantitiesOfSetDlg>([this](CQuantitiesOfSetDlg& set) {
-    EXPECT_EQ(set.linkedElement.entries, (Texts{u"Eje", u"Superficie"}));
     set.nameText = u"Ejes";
     set.linkedElement.selected = 0;
-    services.expectDialog<CQuantityDataDlg>([](CQuantityDataDlg& q) {
-      EXPECT_EQ(q.kinds.entries, (Texts{u"IfcLengthMeasure", u"IfcAreaMeasure"}));
-      q.nameText = u"Longitud";
-      q.changeKind(0);
-      q.exportChecked = false;
-      q.ok();
-    });
+    services.expectDialog<CQuantityDataDlg>([](CQuantityDataDlg& q) { q.nameText = u"L"; q.changeKind(1); q.ok(); });
     set.insert();
     set.ok();
   });
   dlg.insert();
   EXPECT_EQ(dlg.sets.rows.at(0), (Texts{u"Ejes", u"", u"Eje"}));
-  EXPECT_EQ(dlg.quantitySets[0].quantities.at(0).measureType, LengthMeasure);
-
-  CIfcQuantitySet linked = makeQuantitySet("S", {makeQuantity("Area"), makeQuantity("Rara", 3, 0, false)});
+  EXPECT_EQ(dlg.quantitySets[0].quantities.at(0).measureType, AreaMeasure);
+  CIfcQuantitySet linked = makeQuantitySet("S", {makeQuantity("Rara", 3, 0, false)});
   setText(linked.typeZep, "Viejo");
   CQuantitiesOfSetDlg set(services, kEditItem, linked, nullptr, kinds, {});
   set.start();
-  EXPECT_EQ(set.quantities.rows[0], (Texts{u"Area", u"", u"IfcAreaMeasure", u"Si"}));
-  EXPECT_EQ(set.quantities.rows[1], (Texts{u"Rara", u"", u"", u"No"}));
+  EXPECT_EQ(set.quantities.rows[0], (Texts{u"Rara", u"", u"", u"No"}));
   set.ok();
   EXPECT_STREQ(set.set.typeZep, "");
   CQuantityDataDlg outside(services, kEditItem, makeQuantity("Q", 7), nullptr, kinds);
   outside.start();
   EXPECT_EQ(outside.kinds.selected, -1);
   outside.ok();
-  EXPECT_EQ(outside.quantity.measureType, 7);  // a kind outside the list is kept
+  EXPECT_EQ(outside.quantity.measureType, 7);
 }
 
 }  // namespace
