@@ -35,45 +35,17 @@ void ready(Dialog&) {}
 void ready(CListValuesDlg& d) { d.type.elements.resize(1); }
 void ready(CPropertyDataDlg& d) { d.defaultValueText = u"1"; }  // a new property is an Integer
 
-// Editing siblings "Losas" and "Muros": no name, or another's in any case, is refused; an item keeps its own.
-template <class D, class Open>
-void nameRules(ScriptedServices& s, Open open, const char16_t* empty, const char16_t* clash) {
-  SCOPED_TRACE(typeid(D).name());
-  s.messages.clear();
-  for (auto [mode, name, accepted] : {std::tuple{kNewItem, u"", false}, {kNewItem, u"MUROS", false},
-                                      {kEditItem, u"muros", true}, {kEditItem, u"LOSAS", false}}) {
-    D dlg = open(mode);
-    dlg.start();
-    nameOf(dlg) = name;
-    dlg.ok();
-    EXPECT_EQ(dlg.ended(), accepted) << "mode " << mode << ", name of " << std::char_traits<char16_t>::length(name);
-  }
-  EXPECT_EQ(s.messages, (Texts{empty, clash, clash}));
-}
-
-TEST_F(EditorTest, ItemNamesAreGivenAndDifferFromTheirSiblingsInAnyCase) {
-  const std::vector sets{makeSet("Losas"), makeSet("Muros")};
-  const std::vector qsets{makeQuantitySet("Losas"), makeQuantitySet("Muros")};
-  const CIfcPropertySet owner = makeSet("S", {makeProperty("Losas"), makeProperty("Muros")});
-  const CIfcQuantitySet qowner = makeQuantitySet("S", {makeQuantity("Losas"), makeQuantity("Muros")});
-  nameRules<CPropertiesOfSetDlg>(services, [&](int m) { return CPropertiesOfSetDlg(services, m, sets[m], {}, &sets, nullptr); },
-                                 u"Debe dar un nombre al conjunto", u"Ya existe un conjunto con ese nombre");
-  nameRules<CQuantitiesOfSetDlg>(services, [&](int m) { return CQuantitiesOfSetDlg(services, m, qsets[m], &qsets, {}, {}); },
-                                 u"Debe de introducir un nombre válido", u"Conjunto de Propiedades existe en la lista");
-  nameRules<CPropertyDataDlg>(services, [&](int m) { return CPropertyDataDlg(services, m, owner.properties[m], {}, &owner, nullptr); },
-                              u"Debe dar un nombre a la propiedad", u"Ya existe una propiedad con ese nombre");
-  nameRules<CQuantityDataDlg>(services, [&](int m) { return CQuantityDataDlg(services, m, qowner.quantities[m], &qowner, {}); },
-                              u"Debe de introducir un nombre válido", u"Propiedad existente en la lista");
-}
-
 struct ListRules {
   int nameColumn;
   bool sorted, asks, insertClears;  // kept sorted by name; Delete asks first; Insert leaves no row current
-  const char16_t* clash;            // the refusal of a sibling's name in other case; null when none
+  const char16_t *empty, *clash;    // the refusals of no name and of a sibling's name in other case
+  bool editorKnowsSiblings;         // the item editor refuses a sibling's name itself, for new items too
 };
 
-// On rows "B", "D", "F": Delete without a current row does nothing; Insert adds "e"; Edit opens the
-// current row, refuses "d" and renames the row "G"; Delete asks where the list does.
+// On rows "B", "D", "F": Delete without a current row does nothing. Insert refuses no name (and a
+// sibling's name where the item editor knows them), then adds "e". Edit opens the current row,
+// refuses "d", keeps the row's own name in other case, and renames it "G". Delete asks where the
+// list does.
 template <class Nested, class D>
 void listOperations(ScriptedServices& s, D dlg, ListViewState D::*list, ListRules rules) {
   SCOPED_TRACE(typeid(D).name());
@@ -83,8 +55,18 @@ void listOperations(ScriptedServices& s, D dlg, ListViewState D::*list, ListRule
   dlg.start();
   dlg.remove();
   dlg.selectRow(0);
-  s.expectDialog<Nested>([](Nested& n) { nameOf(n) = u"e"; ready(n); n.ok(); });
+  s.expectDialog<Nested>([&](Nested& n) {
+    for (const char16_t* name : {u"", rules.editorKnowsSiblings ? u"d" : u"e", u"e"}) {
+      if (n.ended()) break;
+      nameOf(n) = name;
+      ready(n);
+      n.ok();
+    }
+  });
   dlg.insert();
+  Texts refusals{rules.empty};
+  if (rules.editorKnowsSiblings) refusals.push_back(rules.clash);
+  EXPECT_EQ(s.messages, refusals);
   EXPECT_EQ(names(), rules.sorted ? (Texts{u"B", u"D", u"e", u"F"}) : (Texts{u"B", u"D", u"F", u"e"}));
   EXPECT_EQ(dlg.currentRow, rules.insertClears ? -1 : 0);
   EXPECT_EQ((dlg.*list).revealRow, rules.insertClears ? -1 : 0);
@@ -92,10 +74,13 @@ void listOperations(ScriptedServices& s, D dlg, ListViewState D::*list, ListRule
   if (rules.clash != nullptr) {
     s.expectDialog<Nested>([](Nested& n) { nameOf(n) = u"d"; n.ok(); });
     dlg.edit();
-    EXPECT_EQ(s.messages, Texts{rules.clash});
+    refusals.push_back(rules.clash);
   }
-  s.expectDialog<Nested>([](Nested& n) { EXPECT_EQ(nameOf(n), u"B"); nameOf(n) = u"G"; n.ok(); });
+  s.expectDialog<Nested>([](Nested& n) { EXPECT_EQ(nameOf(n), u"B"); nameOf(n) = u"b"; n.ok(); });
+  s.expectDialog<Nested>([](Nested& n) { EXPECT_EQ(nameOf(n), u"b"); nameOf(n) = u"G"; n.ok(); });
   dlg.edit();
+  dlg.edit();
+  EXPECT_EQ(s.messages, refusals);
   const Texts edited = names();
   EXPECT_EQ(edited, rules.sorted ? (Texts{u"D", u"e", u"F", u"G"}) : (Texts{u"G", u"D", u"F", u"e"}));
   // The current row keeps its number after a sort; a cancelled editor changes nothing.
@@ -110,21 +95,25 @@ void listOperations(ScriptedServices& s, D dlg, ListViewState D::*list, ListRule
 }
 
 TEST_F(EditorTest, ListsInsertEditAndDeleteThroughTheirNestedEditors) {
-  listOperations<CPropertiesOfSetDlg>(services, CPropertiesSetDlg(services, {makeSet("B"), makeSet("D"), makeSet("F")}, {}),
-                                      &CPropertiesSetDlg::sets, {0, true, true, false, u"Ya existe un conjunto con ese nombre"});
+  const char16_t* invalidName = u"Debe de introducir un nombre válido";
+  listOperations<CPropertiesOfSetDlg>(
+      services, CPropertiesSetDlg(services, {makeSet("B"), makeSet("D"), makeSet("F")}, {}), &CPropertiesSetDlg::sets,
+      {0, true, true, false, u"Debe dar un nombre al conjunto", u"Ya existe un conjunto con ese nombre", true});
   listOperations<CQuantitiesOfSetDlg>(
       services, CPropertiesSetDlg(services, std::vector{makeQuantitySet("B"), makeQuantitySet("D"), makeQuantitySet("F")}, {}, {}),
-      &CPropertiesSetDlg::sets, {0, true, true, false, u"Conjunto de Propiedades existe en la lista"});
+      &CPropertiesSetDlg::sets, {0, true, true, false, invalidName, u"Conjunto de Propiedades existe en la lista", true});
   listOperations<CListValuesDlg>(services, CListEnumsDlg(services, {makeEnum("B", {{1, "x"}}), makeEnum("D", {}), makeEnum("F", {})}),
-                                 &CListEnumsDlg::types, {0, true, true, true, nullptr});
+                                 &CListEnumsDlg::types, {0, true, true, true, invalidName, nullptr, false});
   listOperations<CValueEnumDlg>(services, CListValuesDlg(services, makeEnum("T", {{1, "B"}, {2, "D"}, {3, "F"}}), true),
-                                &CListValuesDlg::values, {1, false, true, true, u"Elemento repetido"});
+                                &CListValuesDlg::values,
+                                {1, false, true, true, u"La descripción no puede estar vacía", u"Elemento repetido", false});
   listOperations<CPropertyDataDlg>(
       services, CPropertiesOfSetDlg(services, kEditItem, makeSet("S", {makeProperty("B"), makeProperty("D"), makeProperty("F")}), {}, nullptr, nullptr),
-      &CPropertiesOfSetDlg::properties, {0, false, false, false, u"Ya existe una propiedad con ese nombre"});
+      &CPropertiesOfSetDlg::properties,
+      {0, false, false, false, u"Debe dar un nombre a la propiedad", u"Ya existe una propiedad con ese nombre", true});
   listOperations<CQuantityDataDlg>(
       services, CQuantitiesOfSetDlg(services, kEditItem, makeQuantitySet("S", {makeQuantity("B"), makeQuantity("D"), makeQuantity("F")}), nullptr, {}, {}),
-      &CQuantitiesOfSetDlg::quantities, {0, false, false, false, u"Propiedad existente en la lista"});
+      &CQuantitiesOfSetDlg::quantities, {0, false, false, false, invalidName, u"Propiedad existente en la lista", true});
 }
 
 // A value list needs a value and, when a value is being picked, a row that holds one; a value's text
