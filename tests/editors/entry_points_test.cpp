@@ -44,6 +44,7 @@ class EntryPoints : public EditorTest {
     return dir.write("defs.xml", qsetFile("<TypeQuorsel>IfcLengthMeasure</TypeQuorsel>",
                                           "<ObjectQuorsel>Superficie</ObjectQuorsel>", set + "</QuantitySet>"));
   }
+  std::string catalog() { return dir.write("variables.txt", "Eje;PK,Cota\r\nSuperficie;Area\r\n"); }
   TempDir dir;
   const std::string object = dir.file("obj.xml");
 };
@@ -98,14 +99,15 @@ TEST_F(EntryPoints, UnreadableDefinitionsShowNothingAndMissingDocumentsStartEmpt
   editQuantitySets(services, dir.file("q.xml").c_str());
   services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
     EXPECT_TRUE(list.propertySets.empty());
+    EXPECT_EQ(list.catalogue.groups.size(), 2u);
     list.propertySets = {makeSet("Muros")};
     list.ok();
   });
-  editPropertySets(services, dir.file("p.xml").c_str(), kMessages, nullptr);
+  editPropertySets(services, dir.file("p.xml").c_str(), kMessages, catalog().c_str());
   CIfcProyectPSet written;
   ASSERT_EQ(written.lee(dir.file("p.xml").c_str()), 1);
   EXPECT_EQ(outline(written), Outline{"set Muros:"});
-  EXPECT_EQ(dir.names(), (std::set<std::string>{"p.xml", "q.xml"}));  // no backups of nothing
+  EXPECT_EQ(dir.names(), (std::set<std::string>{"p.xml", "q.xml", "variables.txt"}));  // no backups of nothing
 }
 
 // Both property documents get the editor's enumerated types; the relations stay as read.
@@ -115,9 +117,10 @@ TEST_F(EntryPoints, AssigningWritesTheSetsChosenWithTheirValues) {
     services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) { list.selectRow(1); list.ok(); });
     editor.insert();
     editor.enumerations.push_back(makeEnum("Nuevo", {{1, "x"}}));
+    EXPECT_EQ(editor.catalogue.groups.size(), 2u);
     editor.ok();
   });
-  assignPropertySets(services, definitions.c_str(), object.c_str(), kMessages, nullptr);
+  assignPropertySets(services, definitions.c_str(), object.c_str(), kMessages, catalog().c_str());
   CIfcProyectPSet defs, assigned;
   ASSERT_EQ(defs.lee(definitions.c_str()), 1);
   ASSERT_EQ(assigned.lee(object.c_str()), 1);
@@ -137,17 +140,6 @@ TEST_F(EntryPoints, AssigningWritesTheSetsChosenWithTheirValues) {
   ASSERT_EQ(quantities.lee(dir.file("q.xml").c_str()), 1);
   EXPECT_EQ(outline(quantities), Outline{"set M: Area, Alto,"});
   EXPECT_DOUBLE_EQ(quantities.quantitySets[0].quantities.at(1).value, 3.0);
-}
-
-TEST_F(EntryPoints, TheCatalogueReachesTheEditors) {
-  const std::string catalog = dir.write("variables.txt", "Eje;PK,Cota\r\nSuperficie;Area\r\n");
-  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
-    ASSERT_EQ(list.catalogue.groups.size(), 2u);
-    EXPECT_STREQ(list.catalogue.groups[1].variables.at(0).name, "Area\n");
-  });
-  editPropertySets(services, dir.file("p.xml").c_str(), kMessages, catalog.c_str());
-  services.expectDialog<CPropiedadesObjetosIFCDlg>([](CPropiedadesObjetosIFCDlg& d) { EXPECT_EQ(d.catalogue.groups.size(), 2u); });
-  assignPropertySets(services, psets().c_str(), object.c_str(), kMessages, catalog.c_str());
 }
 
 // "Guardar como..." writes the first sets of the list (as many as rows were selected) with the
