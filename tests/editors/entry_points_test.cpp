@@ -59,8 +59,10 @@ TEST_F(EntryPoints, OkWritesTheDocumentsAndCancelNothing) {
     bool quantities, writesOnCancel, writesObject;
     std::function<void(bool ok, const char* defs)> run;
   } rows[] = {
-      {"properties", false, false, false,
-       [&](bool ok, const char* defs) { answer<CPropertiesSetDlg>(ok); editPropertySets(services, defs, kMessages, nullptr); }},
+      {"properties", false, false, false, [&](bool ok, const char* defs) {
+         answer<CPropertiesSetDlg>(ok);
+         editPropertySets(services, defs, kMessages, nullptr);
+       }},
       {"enumerations", false, true, false,
        [&](bool ok, const char* defs) { answer<CListEnumsDlg>(ok); editEnumeratedTypes(services, defs, kMessages); }},
       {"assignment", false, false, true, [&](bool ok, const char* defs) {
@@ -95,7 +97,10 @@ TEST_F(EntryPoints, UnreadableDefinitionsShowNothingAndMissingDocumentsStartEmpt
   EXPECT_FALSE(assignPropertySets(services, dir.file("none.xml").c_str(), object.c_str(), kMessages, nullptr));
   EXPECT_FALSE(assignQuantitySets(services, dir.file("none.xml").c_str(), object.c_str(), "Eje", nullptr, 0));
   EXPECT_TRUE(services.dialogsRun.empty());
-  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) { EXPECT_FALSE(list.quantityMode()); list.ok(); });
+  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
+    EXPECT_FALSE(list.quantityMode());  // a missing quantity file opens as an empty list of property sets
+    list.ok();
+  });
   editQuantitySets(services, dir.file("q.xml").c_str());
   services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
     EXPECT_TRUE(list.propertySets.empty());
