@@ -1,7 +1,6 @@
 // The editor entry points on real files: which files OK and Cancel write, what the editors start
 // with, and the save-as of the set list.
 #include <filesystem>
-#include <functional>
 
 #include "editor_fixture.h"
 #include "editors/assign/property_assign_dlg.h"
@@ -25,9 +24,24 @@ const char* const kMessages = ORVANE_TEST_DATA "/messages.txt";
 
 class EntryPoints : public EditorTest {
  protected:
-  template <class D>
-  void answer(bool ok) {
-    services.expectDialog<D>([ok](D& d) { ok ? d.ok() : d.cancel(); });
+  // Runs `entry` on fresh definitions with its editor `D` ending in OK, then in Cancel. OK rewrites
+  // the definitions, keeping the old file as a backup, and writes the object's file where there is
+  // one; Cancel writes nothing, except in the editor of enumerated types.
+  template <class D, class Entry>
+  void okAndCancel(bool quantities, bool writesOnCancel, bool writesObject, Entry entry) {
+    for (bool ok : {true, false}) {
+      SCOPED_TRACE(std::string(typeid(D).name()) + (ok ? " OK" : " Cancel"));
+      fs::remove(object);
+      fs::remove(dir.file("defs.xml.bak"));
+      const std::string defs = quantities ? qsets() : psets(), before = readBytes(defs);
+      services.expectDialog<D>([ok](D& d) { ok ? d.ok() : d.cancel(); });
+      entry(defs.c_str());
+      const bool written = ok || writesOnCancel;
+      EXPECT_EQ(fs::exists(defs + ".bak"), written);
+      EXPECT_EQ(readBytes(written ? defs + ".bak" : defs), before);
+      EXPECT_EQ(fs::exists(object), ok && writesObject);
+      EXPECT_EQ(MessageTable, nullptr);  // released on the way out
+    }
   }
   std::string psets() {
     std::string sets;
@@ -49,48 +63,20 @@ class EntryPoints : public EditorTest {
   const std::string object = dir.file("obj.xml");
 };
 
-// OK rewrites the definitions, keeping the old file as a backup, and writes the object's file;
-// Cancel writes nothing, except in the editor of enumerated types.
 TEST_F(EntryPoints, OkWritesTheDocumentsAndCancelNothing) {
   const double values[] = {1.0};
   const char* obj = object.c_str();
-  struct Row {
-    const char* entry;
-    bool quantities, writesOnCancel, writesObject;
-    std::function<void(bool ok, const char* defs)> run;
-  } rows[] = {
-      {"properties", false, false, false, [&](bool ok, const char* defs) {
-         answer<CPropertiesSetDlg>(ok);
-         editPropertySets(services, defs, kMessages, nullptr);
-       }},
-      {"enumerations", false, true, false,
-       [&](bool ok, const char* defs) { answer<CListEnumsDlg>(ok); editEnumeratedTypes(services, defs, kMessages); }},
-      {"assignment", false, false, true, [&](bool ok, const char* defs) {
-         answer<CPropiedadesObjetosIFCDlg>(ok);
-         EXPECT_TRUE(assignPropertySets(services, defs, obj, kMessages, nullptr));
-       }},
-      {"quantities", true, false, false,
-       [&](bool ok, const char* defs) { answer<CPropertiesSetDlg>(ok); editQuantitySets(services, defs); }},
-      {"quantity assignment", true, false, true, [&](bool ok, const char* defs) {
-         answer<CCuantificadoresObjetosIFCDlg>(ok);
-         EXPECT_TRUE(assignQuantitySets(services, defs, obj, "Eje", values, 1));
-       }},
-  };
-  for (const Row& row : rows) {
-    for (bool ok : {true, false}) {
-      SCOPED_TRACE(std::string(row.entry) + (ok ? " OK" : " Cancel"));
-      fs::remove(object);
-      fs::remove(dir.file("defs.xml.bak"));
-      const std::string defs = row.quantities ? qsets() : psets(), before = readBytes(defs);
-      row.run(ok, defs.c_str());
-      const bool written = ok || row.writesOnCancel;
-      EXPECT_EQ(fs::exists(defs + ".bak"), written);
-      if (written) EXPECT_EQ(readBytes(defs + ".bak"), before);
-      else EXPECT_EQ(readBytes(defs), before);
-      EXPECT_EQ(fs::exists(object), ok && row.writesObject);
-      EXPECT_EQ(MessageTable, nullptr);  // released on the way out
-    }
-  }
+  okAndCancel<CPropertiesSetDlg>(false, false, false, [&](const char* d) {
+    editPropertySets(services, d, kMessages, nullptr);
+  });
+  okAndCancel<CListEnumsDlg>(false, true, false, [&](const char* d) { editEnumeratedTypes(services, d, kMessages); });
+  okAndCancel<CPropiedadesObjetosIFCDlg>(false, false, true, [&](const char* d) {
+    EXPECT_TRUE(assignPropertySets(services, d, obj, kMessages, nullptr));
+  });
+  okAndCancel<CPropertiesSetDlg>(true, false, false, [&](const char* d) { editQuantitySets(services, d); });
+  okAndCancel<CCuantificadoresObjetosIFCDlg>(true, false, true, [&](const char* d) {
+    EXPECT_TRUE(assignQuantitySets(services, d, obj, "Eje", values, 1));
+  });
 }
 
 TEST_F(EntryPoints, UnreadableDefinitionsShowNothingAndMissingDocumentsStartEmpty) {
