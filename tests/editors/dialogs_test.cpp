@@ -93,6 +93,8 @@ void listOperations(ScriptedServices& s, D dlg, ListViewState D::*list, ListRule
   dlg.selectRow(1);
   dlg.remove();
   if (rules.asks) dlg.remove();
+  dlg.selectRow(3);
+  dlg.remove();  // past the end: nothing
   EXPECT_EQ(names(), (Texts{edited[0], edited[2], edited[3]}));
   EXPECT_EQ(s.questions, Texts(rules.asks ? 2 : 0, kConfirmDelete));
 }
@@ -131,10 +133,13 @@ TEST_F(EditorTest, AValueListNeedsAValueAndWhenPickingAChosenOne) {
   picker.start();
   picker.ok();
   picker.type.elements.resize(1);
+  services.expectDialog<CValueEnumDlg>([](CValueEnumDlg& d) { d.valueText = u"Azul"; d.ok(); });
+  picker.insert();  // a new value's code, 0, is the other value's
   picker.selectRow(1);  // past the end: none chosen
   picker.ok();
   EXPECT_FALSE(picker.ended());
-  EXPECT_EQ(services.messages, (Texts{u"Debe de existir al menos un elemento", u"Debe seleccionar un elemento"}));
+  EXPECT_EQ(services.messages, (Texts{u"Debe de existir al menos un elemento", u"Elemento repetido",
+                                      u"Debe seleccionar un elemento"}));
   CValueEnumDlg value(services, CIfcNodoEnum());
   value.start();
   EXPECT_EQ(value.caption, u"Valor de la lista");
@@ -192,6 +197,7 @@ TEST_F(EditorTest, PropertyDataValueListsAreChosenOrEditedInTheirOwnEditor) {
   CPropertyDataDlg dlg(services, kEditItem, p, {makeEnum("Colores", {{1, "Rojo"}})}, nullptr, nullptr);
   dlg.start();
   EXPECT_EQ(dlg.units.entries.at(dlg.units.selected), u"ºC");  // the unit table is ANSI text
+  EXPECT_TRUE(dlg.valueLists.enabled && dlg.editValueListEnabled && !dlg.defaultValueEnabled);
   services.expectDialog<CListValuesDlg>([](CListValuesDlg& d) { d.cancel(); });
   dlg.chooseValueList(0);
   dlg.chooseValueList(5);  // outside the list: no editor
@@ -230,6 +236,8 @@ TEST_F(EditorTest, TheValueChooserOpensOnAReferencesNamesAndMakesOnlyReferencesT
   for (const CConjuntoVariableZep& source : {catalogue, CConjuntoVariableZep()}) {
     CPropiedadesObjetosValorIFCDlg dlg(services, "Eje.PK$", source);
     dlg.start();
+    dlg.chooseVariable(-1);
+    dlg.ok();  // no variable
     dlg.chooseGroup(1);
     EXPECT_EQ(dlg.variables.selected, source.groups.empty() ? -1 : 0);  // a group chosen selects its first variable
     dlg.ok();
@@ -370,6 +378,9 @@ TEST_F(EditorTest, QuantitySetsLinkAnElementAndKeepTheirKinds) {
   EXPECT_EQ(outside.kinds.selected, -1);
   outside.ok();
   EXPECT_EQ(outside.quantity.measureType, 7);
+  outside.nameText.clear();
+  outside.changeKind(0);  // without a name the kind is refused at once
+  EXPECT_EQ(services.messages, Texts{u"Debe de introducir un nombre válido"});
 }
 
 using orvane::test::column;

@@ -77,6 +77,14 @@ TEST_F(EntryPoints, OkWritesTheDocumentsAndCancelNothing) {
   okAndCancel<CCuantificadoresObjetosIFCDlg>(true, false, true, [&](const char* d) {
     EXPECT_TRUE(assignQuantitySets(services, d, obj, "Eje", values, 1));
   });
+  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
+    EXPECT_TRUE(list.quantityMode());
+    list.ok();
+  });
+  editQuantitySets(services, qsets().c_str());  // OK writes the list's kinds, elements and sets
+  CIfcProyectQSet written;
+  ASSERT_EQ(written.lee(dir.file("defs.xml").c_str()), 1);
+  EXPECT_EQ(outline(written), (Outline{"type IfcLengthMeasure", "object Superficie", "set M: Area, Alto,"}));
 }
 
 TEST_F(EntryPoints, UnreadableDefinitionsShowNothingAndMissingDocumentsStartEmpty) {
