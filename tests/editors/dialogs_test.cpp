@@ -126,8 +126,8 @@ TEST_F(EditorTest, ListsInsertEditAndDeleteThroughTheirNestedEditors) {
                                    {0, false, false, false, invalid, u"Propiedad existente en la lista", true});
 }
 
-// A value list needs a value and, when a value is being picked, a row that holds one; a value's text
-// is kept as UTF-8.
+// A value list needs a value and, when a value is being picked, a row that holds one; a new value
+// may not take another's code; a value's text is kept as UTF-8.
 TEST_F(EditorTest, AValueListNeedsAValueAndWhenPickingAChosenOne) {
   CListValuesDlg picker(services, makeEnum("Colores", {}), false);
   picker.start();
