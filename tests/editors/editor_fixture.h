@@ -1,5 +1,5 @@
-// Common ground for the editor tests: the host's message file loaded, scripted services, and small
-// builders of records.
+// Common ground for the editor tests (and the view tests): the host's message file loaded, scripted
+// services, and small builders of records.
 #ifndef ORVANE_TESTS_EDITOR_FIXTURE_H
 #define ORVANE_TESTS_EDITOR_FIXTURE_H
 
@@ -15,6 +15,8 @@
 
 namespace orvane::test {
 
+using Texts = std::vector<std::u16string>;
+
 class EditorTest : public ::testing::Test {
  protected:
   void SetUp() override { setRutaMensajes(ORVANE_TEST_DATA "/messages.txt"); }
@@ -22,7 +24,6 @@ class EditorTest : public ::testing::Test {
     liberaMensajes();
     EXPECT_TRUE(services.allScriptsPlayed()) << "a scripted dialog never opened";
   }
-
   ScriptedServices services;
 };
 
@@ -30,6 +31,13 @@ template <std::size_t N>
 void setText(char (&field)[N], const char* text) {
   std::strncpy(field, text, N - 1);
   field[N - 1] = '\0';
+}
+
+// Column `c` of a list's rows.
+inline Texts column(const ListViewState& list, int c) {
+  Texts out;
+  for (const auto& row : list.rows) out.push_back(row.at(c));
+  return out;
 }
 
 inline CIfcPropertyName makeProperty(const char* name, int32_t type = PropertyString, const char* text = "") {
@@ -74,6 +82,14 @@ inline CIfcQuantitySet makeQuantitySet(const char* name, std::vector<CIfcQuantit
   setText(set.name, name);
   set.quantities = std::move(quantities);
   return set;
+}
+
+// Records of any kind that have just a name: quantity kinds, host elements.
+template <class Record>
+std::vector<Record> namedRecords(std::initializer_list<const char*> names) {
+  std::vector<Record> out(names.size());
+  for (std::size_t i = 0; i < names.size(); ++i) setText(out[i].name, names.begin()[i]);
+  return out;
 }
 
 }  // namespace orvane::test

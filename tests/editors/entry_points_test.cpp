@@ -1,16 +1,17 @@
-// The editor entry points' flows on real files: what is written, when, and what is shown.
+// The editor entry points on real files: which files OK and Cancel write, what the editors start
+// with, and the save-as of the set list.
 #include <filesystem>
 
+#include "editor_fixture.h"
 #include "editors/assign/property_assign_dlg.h"
 #include "editors/common/text_codec.h"
 #include "editors/entry_points.h"
 #include "editors/psets/list_enums_dlg.h"
 #include "editors/psets/properties_of_set_dlg.h"
 #include "editors/psets/properties_set_dlg.h"
-#include "editors/qsets/quantities_of_set_dlg.h"
 #include "editors/qsets/quantity_assign_dlg.h"
-#include "editor_fixture.h"
 #include "support/documents.h"
+#include "support/outline.h"
 #include "support/temp_dir.h"
 
 using namespace orvane;
@@ -23,244 +24,139 @@ const char* const kMessages = ORVANE_TEST_DATA "/messages.txt";
 
 class EntryPoints : public EditorTest {
  protected:
-  std::string writeSets(const std::string& name, const std::string& sets, const std::string& relations = "") {
-    const std::string path = dir.file(name);
-    writeBytes(path, psetFile("<TypeEnum Name=\"Colores\" Description=\"\"><Elements><Element Value=\"1\">Rojo</Element>"
-                              "</Elements></TypeEnum>",
-                              sets, relations));
-    return path;
+  // Runs `entry` on fresh definitions with its editor `D` ending in OK, then in Cancel. OK rewrites
+  // the definitions, keeping the old file as a backup, and writes the object's file where there is
+  // one; Cancel writes nothing, except in the editor of enumerated types.
+  template <class D, class Entry>
+  void okAndCancel(bool quantities, bool writesOnCancel, bool writesObject, Entry entry) {
+    for (bool ok : {true, false}) {
+      SCOPED_TRACE(std::string(typeid(D).name()) + (ok ? " OK" : " Cancel"));
+      fs::remove(object);
+      fs::remove(dir.file("defs.xml.bak"));
+      const std::string defs = quantities ? qsets() : psets(), before = readBytes(defs);
+      services.expectDialog<D>([ok](D& d) { ok ? d.ok() : d.cancel(); });
+      entry(defs.c_str());
+      const bool written = ok || writesOnCancel;
+      EXPECT_EQ(fs::exists(defs + ".bak"), written);
+      EXPECT_EQ(readBytes(written ? defs + ".bak" : defs), before);
+      EXPECT_EQ(fs::exists(object), ok && writesObject);
+      EXPECT_EQ(MessageTable, nullptr);  // released on the way out
+    }
   }
-  std::string fiveSets() {
+  std::string psets() {
     std::string sets;
-    for (const char* name : {"A", "B", "C", "D", "E"}) sets += propertySet(name);
-    return writeSets("doc.xml", sets, "<RelationIfcElementWithPSet PSet=\"A\" Object=\"IfcWall\"/>");
+    for (const char* name : {"A", "B", "C"}) sets += propertySet(name, property("Alto", "Real", "2"));
+    return dir.write("defs.xml", psetFile("<TypeEnum Name=\"Colores\" Description=\"\"><Elements><Element Value=\"1\">"
+                                          "Rojo</Element></Elements></TypeEnum>",
+                                          sets, "<RelationIfcElementWithPSet PSet=\"A\" Object=\"IfcWall\"/>"));
   }
+  std::string qsets() {
+    std::string set = "<QuantitySet Name=\"M\" Description=\"\" typeZep=\"\">";
+    for (const char* name : {"Area", "Alto"})
+      set += std::string("<QuantityName Name=\"") + name + "\" TypeQuorsel=\"IfcAreaMeasure\" Export=\"Yes\">"
+             "<Description/><Value>1</Value></QuantityName>";
+    return dir.write("defs.xml", qsetFile("<TypeQuorsel>IfcLengthMeasure</TypeQuorsel>",
+                                          "<ObjectQuorsel>Superficie</ObjectQuorsel>", set + "</QuantitySet>"));
+  }
+  std::string catalog() { return dir.write("variables.txt", "Eje;PK,Cota\r\nSuperficie;Area\r\n"); }
   TempDir dir;
+  const std::string object = dir.file("obj.xml");
 };
 
-TEST_F(EntryPoints, OkOnAMissingFileWritesANewDocument) {
-  const std::string path = dir.file("nuevo.xml");
-  services.expectDialog<CPropertiesSetDlg>([this](CPropertiesSetDlg& list) {
-    EXPECT_TRUE(list.propertySets.empty());
-    services.expectDialog<CPropertiesOfSetDlg>([](CPropertiesOfSetDlg& set) { set.nameText = u"Muros"; set.ok(); });
-    list.insert();
+TEST_F(EntryPoints, OkWritesTheDocumentsAndCancelNothing) {
+  const double values[] = {1.0};
+  const char* obj = object.c_str();
+  okAndCancel<CPropertiesSetDlg>(false, false, false, [&](const char* d) {
+    editPropertySets(services, d, kMessages, nullptr);
+  });
+  okAndCancel<CListEnumsDlg>(false, true, false, [&](const char* d) { editEnumeratedTypes(services, d, kMessages); });
+  okAndCancel<CPropiedadesObjetosIFCDlg>(false, false, true, [&](const char* d) {
+    EXPECT_TRUE(assignPropertySets(services, d, obj, kMessages, nullptr));
+  });
+  okAndCancel<CPropertiesSetDlg>(true, false, false, [&](const char* d) { editQuantitySets(services, d); });
+  okAndCancel<CCuantificadoresObjetosIFCDlg>(true, false, true, [&](const char* d) {
+    EXPECT_TRUE(assignQuantitySets(services, d, obj, "Eje", values, 1));
+  });
+  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
+    EXPECT_TRUE(list.quantityMode());
     list.ok();
   });
-  editPropertySets(services, path.c_str(), kMessages, nullptr);
-  CIfcProyectPSet written;
-  ASSERT_EQ(written.lee(path.c_str()), 1);
-  ASSERT_EQ(written.propertySets.size(), 1u);
-  EXPECT_STREQ(written.propertySets[0].name, "Muros");
-  EXPECT_FALSE(fs::exists(path + ".bak"));
-  EXPECT_EQ(MessageTable, nullptr);  // the table is released on the way out
+  editQuantitySets(services, qsets().c_str());  // OK writes the list's kinds, elements and sets
+  CIfcProyectQSet written;
+  ASSERT_EQ(written.lee(dir.file("defs.xml").c_str()), 1);
+  EXPECT_EQ(outline(written), (Outline{"type IfcLengthMeasure", "object Superficie", "set M: Area, Alto,"}));
 }
 
-TEST_F(EntryPoints, CancelWritesNothing) {
-  const std::string path = fiveSets();
-  const std::string before = readBytes(path);
-  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
-    list.selectRow(0);
-    list.cancel();
-  });
-  editPropertySets(services, path.c_str(), kMessages, nullptr);
-  EXPECT_EQ(readBytes(path), before);
-  EXPECT_FALSE(fs::exists(path + ".bak"));
-}
-
-TEST_F(EntryPoints, SaveAsWithoutSelectionWritesNothing) {
-  const std::string path = fiveSets();
-  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
-    list.saveAs({});
-    EXPECT_FALSE(list.ended());
-    list.cancel();
-  });
-  editPropertySets(services, path.c_str(), kMessages, nullptr);
-  EXPECT_EQ(services.messages, std::vector<std::u16string>{u"No hay ningún conjunto seleccionado"});
-  EXPECT_TRUE(services.pickers.empty());
-  EXPECT_EQ(std::distance(fs::directory_iterator(dir.path()), fs::directory_iterator()), 1);
-}
-
-TEST_F(EntryPoints, SaveAsWritesTheFirstSetsThenTheEditorShowsAgain) {
-  const std::string path = fiveSets();
-  const std::string before = readBytes(path);
-  const std::string copy = dir.file("copia.xml");
-  services.pickedFiles.push_back(std::u16string(copy.begin(), copy.end()));
-  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) { list.saveAs({3, 5}); });
-  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
-    EXPECT_EQ(list.propertySets.size(), 5u);  // shown again with all its lists
-    list.cancel();
-  });
-  editPropertySets(services, path.c_str(), kMessages, nullptr);
-
-  ASSERT_EQ(services.pickers.size(), 1u);
-  EXPECT_EQ(services.pickers[0].defaultExtension, u"txt");
-  EXPECT_EQ(services.pickers[0].startFolder, fromUtf8(dir.path().string()));  // the document's folder
-  EXPECT_EQ(services.pickers[0].filters[0].description, u"Text Files (*.xml)");
-  EXPECT_EQ(services.messages, std::vector<std::u16string>{u"Copia guardada"});
-  CIfcProyectPSet saved;
-  ASSERT_EQ(saved.lee(copy.c_str()), 1);
-  ASSERT_EQ(saved.propertySets.size(), 2u);  // the first two of the list, not rows 3 and 5
-  EXPECT_STREQ(saved.propertySets[0].name, "A");
-  EXPECT_STREQ(saved.propertySets[1].name, "B");
-  EXPECT_EQ(saved.enums.size(), 1u);
-  EXPECT_EQ(saved.relations.size(), 1u);
-  EXPECT_EQ(readBytes(path), before);  // Cancel after the save-as leaves the document alone
-}
-
-TEST_F(EntryPoints, OkAfterASaveAsWritesTheWholeList) {
-  const std::string path = fiveSets();
-  services.pickedFiles.push_back(std::nullopt);  // the picker is cancelled: nothing is written
-  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) { list.saveAs({0}); });
-  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) { list.ok(); });
-  editPropertySets(services, path.c_str(), kMessages, nullptr);
-  EXPECT_EQ(services.messages, std::vector<std::u16string>{u"Copia guardada"});
-  CIfcProyectPSet saved;
-  ASSERT_EQ(saved.lee(path.c_str()), 1);
-  EXPECT_EQ(saved.propertySets.size(), 5u);
-  EXPECT_EQ(saved.relations.size(), 1u);
-  EXPECT_TRUE(fs::exists(path + ".bak"));
-}
-
-TEST_F(EntryPoints, TheCatalogueReachesTheEditors) {
-  const std::string catalog = dir.file("variables.txt");
-  writeBytes(catalog, "Eje;PK,Cota\r\nSuperficie;Area\r\n");
-  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
-    ASSERT_EQ(list.catalogue.groups.size(), 2u);
-    EXPECT_STREQ(list.catalogue.groups[1].variables.at(0).name, "Area\n");
-  });
-  editPropertySets(services, dir.file("doc.xml").c_str(), kMessages, catalog.c_str());
-  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) { EXPECT_TRUE(list.catalogue.groups.empty()); });
-  editPropertySets(services, dir.file("doc.xml").c_str(), kMessages, dir.file("none.txt").c_str());
-}
-
-TEST_F(EntryPoints, AssigningNeedsReadableDefinitions) {
-  EXPECT_FALSE(assignPropertySets(services, dir.file("none.xml").c_str(), dir.file("obj.xml").c_str(), kMessages,
-                                  nullptr));
+TEST_F(EntryPoints, UnreadableDefinitionsShowNothingAndMissingDocumentsStartEmpty) {
+  EXPECT_FALSE(assignPropertySets(services, dir.file("none.xml").c_str(), object.c_str(), kMessages, nullptr));
+  EXPECT_FALSE(assignQuantitySets(services, dir.file("none.xml").c_str(), object.c_str(), "Eje", nullptr, 0));
   EXPECT_TRUE(services.dialogsRun.empty());
-
-  const std::string definitions = writeSets("defs.xml", propertySet("Muros", property("Alto", "Real", "2")));
-  services.expectDialog<CPropiedadesObjetosIFCDlg>([](CPropiedadesObjetosIFCDlg& editor) {
-    EXPECT_TRUE(editor.assignedSets.empty());  // the object has no file yet
-    editor.cancel();
+  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
+    EXPECT_FALSE(list.quantityMode());  // a missing quantity file opens as an empty list of property sets
+    list.ok();
   });
-  EXPECT_TRUE(assignPropertySets(services, definitions.c_str(), dir.file("obj.xml").c_str(), kMessages, nullptr));
-  EXPECT_FALSE(fs::exists(dir.file("obj.xml")));
+  editQuantitySets(services, dir.file("q.xml").c_str());
+  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
+    EXPECT_TRUE(list.propertySets.empty());
+    EXPECT_EQ(list.catalogue.groups.size(), 2u);
+    list.ok();
+  });
+  editPropertySets(services, dir.file("p.xml").c_str(), kMessages, catalog().c_str());
+  EXPECT_EQ(dir.names(), (std::set<std::string>{"p.xml", "q.xml", "variables.txt"}));  // no backups of nothing
 }
 
-TEST_F(EntryPoints, OkWritesBothDocumentsWithTheSameTypes) {
-  const std::string definitions = writeSets("defs.xml", propertySet("Muros", property("Alto", "Real", "2")),
-                                            "<RelationIfcElementWithPSet PSet=\"Muros\" Object=\"IfcWall\"/>");
-  const std::string object = dir.file("obj.xml");
+// Both property documents get the editor's enumerated types; the relations stay as read.
+TEST_F(EntryPoints, AssigningWritesTheSetsChosenWithTheirValues) {
+  const std::string definitions = psets();
   services.expectDialog<CPropiedadesObjetosIFCDlg>([this](CPropiedadesObjetosIFCDlg& editor) {
-    services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
-      list.selectRow(0);
-      list.ok();
-    });
+    services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) { list.selectRow(1); list.ok(); });
     editor.insert();
     editor.enumerations.push_back(makeEnum("Nuevo", {{1, "x"}}));
-    editor.chooseSet(0);
-    editor.endEdit(1, 3, u"3.5");
+    EXPECT_EQ(editor.catalogue.groups.size(), 2u);
     editor.ok();
   });
-  EXPECT_TRUE(assignPropertySets(services, definitions.c_str(), object.c_str(), kMessages, nullptr));
+  assignPropertySets(services, definitions.c_str(), object.c_str(), kMessages, catalog().c_str());
   CIfcProyectPSet defs, assigned;
   ASSERT_EQ(defs.lee(definitions.c_str()), 1);
   ASSERT_EQ(assigned.lee(object.c_str()), 1);
-  EXPECT_EQ(defs.enums.size(), 2u);
-  EXPECT_EQ(assigned.enums.size(), 2u);
-  EXPECT_EQ(defs.relations.size(), 1u);
-  ASSERT_EQ(assigned.propertySets.size(), 1u);
-  EXPECT_DOUBLE_EQ(assigned.propertySets[0].properties.at(0).realValue, 3.5);
-}
+  EXPECT_EQ(outline(defs), (Outline{"type Colores: 1 Rojo,", "type Nuevo: 1 x,", "set A: Alto,", "set B: Alto,",
+                                    "set C: Alto,", "relation A IfcWall"}));
+  EXPECT_EQ(outline(assigned), (Outline{"type Colores: 1 Rojo,", "type Nuevo: 1 x,", "set B: Alto,"}));
 
-TEST_F(EntryPoints, EnumeratedTypesAreRewrittenEvenOnCancel) {
-  const std::string path = fiveSets();
-  services.expectDialog<CListEnumsDlg>([](CListEnumsDlg& editor) { editor.cancel(); });
-  editEnumeratedTypes(services, path.c_str(), kMessages);
-  EXPECT_TRUE(fs::exists(path + ".bak"));
-  CIfcProyectPSet after;
-  ASSERT_EQ(after.lee(path.c_str()), 1);
-  EXPECT_EQ(after.enums.size(), 1u);
-}
-
-class QuantityEntryPoints : public EntryPoints {
- protected:
-  std::string quantityFile(const std::string& name, const std::string& sets) {
-    const std::string path = dir.file(name);
-    writeBytes(path, qsetFile("<TypeQuorsel>IfcLengthMeasure</TypeQuorsel><TypeQuorsel>IfcAreaMeasure</TypeQuorsel>",
-                              "<ObjectQuorsel>Superficie</ObjectQuorsel>", sets));
-    return path;
-  }
-  static std::string quantitySet(const std::string& name, const std::string& quantities) {
-    return "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"\">" + quantities + "</QuantitySet>";
-  }
-  static std::string quantity(const std::string& name, const std::string& value) {
-    return "<QuantityName Name=\"" + name + "\" TypeQuorsel=\"IfcAreaMeasure\" Export=\"Yes\"><Description/><Value>" +
-           value + "</Value></QuantityName>";
-  }
-};
-
-TEST_F(QuantityEntryPoints, OkAfterNoChangeRewritesTheFileSorted) {
-  const std::string path = quantityFile("q.xml", quantitySet("b", "") + quantitySet("A", ""));
-  const std::string before = readBytes(path);
-  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
-    EXPECT_TRUE(list.quantityMode());
-    EXPECT_EQ(list.types.size(), 2u);
-    list.ok();
-  });
-  editQuantitySets(services, path.c_str());
-  EXPECT_EQ(readBytes(path + ".bak"), before);
-  const std::string after = readBytes(path);
-  EXPECT_LT(after.find("Name=\"A\""), after.find("Name=\"b\""));
-  EXPECT_NE(after.find("<ObjectQuorsel>Superficie</ObjectQuorsel>"), std::string::npos);
-}
-
-TEST_F(QuantityEntryPoints, AMissingFileOpensInPropertyModeAndWritesOnlyOnOk) {
-  const std::string path = dir.file("q.xml");
-  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
-    EXPECT_FALSE(list.quantityMode());
-    list.cancel();
-  });
-  editQuantitySets(services, path.c_str());
-  EXPECT_FALSE(fs::exists(path));
-  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) { list.ok(); });
-  editQuantitySets(services, path.c_str());
-  CIfcProyectQSet written;
-  ASSERT_EQ(written.lee(path.c_str()), 1);
-  EXPECT_TRUE(written.quantitySets.empty());
-}
-
-TEST_F(QuantityEntryPoints, AssigningWithHostValuesCreatesTheObjectFile) {
-  const std::string path = quantityFile("defs.xml", quantitySet("Muros", quantity("Area", "1") + quantity("Alto", "2")));
-  const std::string object = dir.file("objeto.xml");
   const double values[] = {12.5, 3.0};
   services.expectDialog<CCuantificadoresObjetosIFCDlg>([this](CCuantificadoresObjetosIFCDlg& editor) {
     EXPECT_STREQ(editor.objectKind, "Superficie");
-    services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) {
-      list.selectRow(0);
-      list.ok();
-    });
+    services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) { list.selectRow(0); list.ok(); });
     editor.insert();
     editor.ok();
   });
-  EXPECT_TRUE(assignQuantitySets(services, path.c_str(), object.c_str(), "Superficie", values, 2));
-  CIfcProyectQSet assigned;
-  ASSERT_EQ(assigned.lee(object.c_str()), 1);
-  ASSERT_EQ(assigned.quantitySets.size(), 1u);
-  EXPECT_DOUBLE_EQ(assigned.quantitySets[0].quantities.at(0).value, 12.5);
-  EXPECT_DOUBLE_EQ(assigned.quantitySets[0].quantities.at(1).value, 3.0);
-  EXPECT_TRUE(fs::exists(path + ".bak"));  // the definitions are saved too
+  assignQuantitySets(services, qsets().c_str(), dir.file("q.xml").c_str(), "Superficie", values, 2);
+  CIfcProyectQSet quantities;
+  ASSERT_EQ(quantities.lee(dir.file("q.xml").c_str()), 1);
+  EXPECT_EQ(outline(quantities), Outline{"set M: Area, Alto,"});
+  EXPECT_DOUBLE_EQ(quantities.quantitySets[0].quantities.at(1).value, 3.0);
 }
 
-TEST_F(QuantityEntryPoints, CancelWritesNeitherFileAndUnreadableDefinitionsShowNothing) {
-  const std::string path = quantityFile("defs.xml", quantitySet("Muros", quantity("Area", "1")));
-  const std::string before = readBytes(path);
-  services.expectDialog<CCuantificadoresObjetosIFCDlg>([](CCuantificadoresObjetosIFCDlg& editor) { editor.cancel(); });
-  EXPECT_TRUE(assignQuantitySets(services, path.c_str(), dir.file("obj.xml").c_str(), "Eje", nullptr, 0));
-  EXPECT_EQ(readBytes(path), before);
-  EXPECT_FALSE(fs::exists(dir.file("obj.xml")));
-  EXPECT_FALSE(assignQuantitySets(services, dir.file("none.xml").c_str(), dir.file("obj.xml").c_str(), "Eje", nullptr, 0));
-  EXPECT_EQ(services.dialogsRun.size(), 1u);
+// "Guardar como..." writes the first sets of the list (as many as rows were selected) with the
+// types and relations to a picked file, then shows the list again; without a row it only says so.
+TEST_F(EntryPoints, SaveAsWritesTheFirstSetsThenTheListShowsAgain) {
+  const std::string path = psets(), copy = dir.file("copia.xml");
+  services.pickedFiles = {fromUtf8(copy), std::nullopt};
+  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) { list.saveAs({2}); });
+  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) { list.saveAs({0}); });  // picker cancelled
+  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) { list.saveAs({}); list.ok(); });
+  editPropertySets(services, path.c_str(), kMessages, nullptr);
+  EXPECT_EQ(services.messages, (Texts{u"Copia guardada", u"Copia guardada", u"No hay ningún conjunto seleccionado"}));
+  ASSERT_EQ(services.pickers.size(), 2u);
+  EXPECT_EQ(services.pickers[0].defaultExtension, u"txt");
+  EXPECT_EQ(services.pickers[0].startFolder, fromUtf8(dir.path().string()));
+  EXPECT_EQ(services.pickers[0].filters[0].description, u"Text Files (*.xml)");
+  CIfcProyectPSet saved, whole;
+  ASSERT_EQ(saved.lee(copy.c_str()), 1);
+  EXPECT_EQ(outline(saved), (Outline{"type Colores: 1 Rojo,", "set A: Alto,", "relation A IfcWall"}));
+  ASSERT_EQ(whole.lee(path.c_str()), 1);
+  EXPECT_EQ(whole.propertySets.size(), 3u);  // OK after a save-as writes the whole list
+  EXPECT_EQ(dir.names(), (std::set<std::string>{"copia.xml", "defs.xml", "defs.xml.bak"}));
 }
 
 }  // namespace
