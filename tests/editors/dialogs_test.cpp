@@ -502,6 +502,8 @@ TEST_F(EditorTest, AssignedQuantitiesTakeTheHostsValuesOnAxesAndSurfaces) {
     ASSERT_EQ(dlg.assignments.size(), 1u);
     dlg.chooseSet(0);
     EXPECT_EQ(column(dlg.grid, 3), expected);
+    for (int r = 0; r < dlg.grid.rowCount(); ++r)  // the host measures them: nothing here is edited
+      for (int c = 0; c < 4; ++c) EXPECT_TRUE(dlg.grid.cell(r, c).readOnly) << r << "," << c;
   }
 }
 
