@@ -24,7 +24,8 @@ const std::string kWalls = psetFile(
     kColores + "<TypeEnum Name=\"Vacio\" Description=\"\"><Elements/></TypeEnum>",
     propertySet("Muro", property("Alto", "Real", "2.5", "Optional=\"No\" Unit=\"m\" Rule=\"\"") +
                             property("Color", "Colores", "Azul") + property("Portante", "Boolean", "Yes") +
-                            property("Nota", "String", "a, &quot;b&quot;") + property("Fecha", "DateTime", "2026-11-21")) +
+                            property("Nota", "String", "a, &quot;b&quot;") +
+                            property("Fecha", "DateTime", "2026-11-21")) +
         propertySet("arco", property("Piezas", "Integer", "-7")));
 
 const std::string kWallsCsv =
@@ -37,7 +38,8 @@ std::string quantity(const std::string& name, const std::string& kind, const std
 }
 
 std::string quantitySet(const std::string& name, const std::string& quantities, const std::string& linked = "") {
-  return "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"" + linked + "\">" + quantities + "</QuantitySet>";
+  return "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"" + linked + "\">" + quantities +
+         "</QuantitySet>";
 }
 
 const std::string kQuantities = qsetFile(
@@ -68,7 +70,8 @@ const std::string kClean = psetFile(
     "<RelationIfcElementWithPSet PSet=\"MURO\" Object=\"IfcWall\"/>");
 const std::string kPsetsWithoutText =
     "{\"format\":\"orvane-psets\",\"version\":1,\"enumeratedTypes\":[],\"relations\":[],\"propertySets\":[";
-const std::string kQsetsWithoutText = "{\"format\":\"orvane-qsets\",\"version\":1,\"types\":[],\"objects\":[],\"quantitySets\":[";
+const std::string kQsetsWithoutText =
+    "{\"format\":\"orvane-qsets\",\"version\":1,\"types\":[],\"objects\":[],\"quantitySets\":[";
 const std::string kCsvHeader = "record,name,description,type,enumeratedType,unit,rule,optional,value\n";
 
 struct Row {
@@ -81,7 +84,7 @@ struct Row {
 void PrintTo(const Row& run, std::ostream* os) { *os << "orvane " << run.args; }
 
 std::vector<Row> runs() {
-  const std::string L(256, 'n'), tooLong(512, 'x'), pm = "psets merge p.xml part.xml in", qm = "qsets merge q.xml out.xml in",
+  const std::string L(256, 'L'), pm = "psets merge p.xml part.xml in", qm = "qsets merge q.xml out.xml in",
                     pi = "psets import in -o p.xml";
   std::vector<Row> rows{
       // Usage: status 2, what is wrong, a suggestion for a mistyped command, never for a word far from any.
@@ -94,7 +97,6 @@ std::vector<Row> runs() {
       {"", "psets list p.xml --format xml", 2, "--format: xml not in {table,csv,json}"},
       {"", "qsets merge q.xml b.xml", 2, "RECORDS is required"},
       {"", "import-psd folder", 2, "--output is required"},
-      {"", "psets enums p.xml", 2, "Run with --help"},
       {"", "psets lsit", 2, "Did you mean \"orvane psets list\"?"},
       {"", "qsets mrege q.xml", 2, "Did you mean \"orvane qsets merge\"?"},
       {"", "import-pds folder", 2, "Did you mean \"orvane import-psd\"?"},
@@ -104,11 +106,8 @@ std::vector<Row> runs() {
       {"", "psets merge --help", 0, "RFC 4180"},
       {"", "qsets merge --help", 0, "set,quantity,kind,value"},
       {"", "assign qsets --help", 0, "asignarCuantificadores"},
-      {"", "edit --help", 0, "qsets"},
-      {"", "assign --help", 0, "psets"},
       // Inputs that are no regular files are refused without reading them; nor is one replaced by an output.
       {"", "psets list pipe", 2, "document pipe: is not a regular file"},
-      {"", "psets list /dev/zero", 2, "document /dev/zero: is not a regular file"},
       {"", "psets merge p.xml part.xml pipe", 2, "records file pipe: is not a regular"},
       {"", "check p.xml --catalog /dev/zero", 2, "catalogue /dev/zero: is not a regular file"},
       {"Muros,Alto,Real,4\n", "psets merge p.xml /dev/null in", 2, "/dev/null: is not a regular file"},
@@ -121,8 +120,9 @@ std::vector<Row> runs() {
       // Listings in every format.
       {"", "psets list p.xml", 0,
        "set   property  type        value   unit  enum\n----  --------  ----------  ------  ----  -------\n"
-       "arco  Piezas    Integer     -7\nMuro  Alto      Real        2.500   m\nMuro  Color     Enumerated  Azul          "
-       "Colores\nMuro  Portante  Boolean\nMuro  Nota      String      a, \"b\"\nMuro  Fecha     DateTime\n"},
+       "arco  Piezas    Integer     -7\nMuro  Alto      Real        2.500   m\n"
+       "Muro  Color     Enumerated  Azul          Colores\nMuro  Portante  Boolean\n"
+       "Muro  Nota      String      a, \"b\"\nMuro  Fecha     DateTime\n"},
       {"", "psets list p.xml --format csv", 0, kWallsCsv},
       {"", "psets list p.xml --format json", 0, "\"value\": \"a, \\\"b\\\"\""},
       {psetFile("", propertySet("S", property("T", "Real", "20", "Optional=\"No\" Unit=\"\xBA" "C\" Rule=\"\""))),
@@ -155,7 +155,7 @@ std::vector<Row> runs() {
       {"S,P,String,v,,Colores\n", pm, 2, "in:1: enum is only for Enumerated properties"},
       {",P,String\n", pm, 2, "in:1: set is empty"},
       {"S,,String\n", pm, 2, "in:1: property is empty"},
-      {"S," + L + ",String\n", pm, 2, "in:1: property is 256 bytes long; records hold at most 255"},
+      {"S," + std::string(256, 'n') + ",String\n", pm, 2, "in:1: property is 256 bytes long; records hold at most 255"},
       {"S,P,Real,1." + std::string(300, '0') + "\n", pm, 2, "in:1: value is 302 bytes long"},
       {"set,type,property\nS,String,P\n", pm, 2,
        "in:1: a header line must name the columns set,property,type,value,unit,enum"},
@@ -185,22 +185,26 @@ std::vector<Row> runs() {
       {kClean, "check in --catalog cat.txt", 0, "No problems found in in.\n"},
       {kClean, "check -", 0, "No problems found in -.\n"},
       {kSurprises, "check in", 1,
-       "Muro.Piezas: value \"12abc\" is not an Integer\nMuro.Alto: value \"1,5\" is not a Real number\nMuro.Portante: value "
-       "\"true\" is not Yes or No (it reads as No)\ndocument: set names differ only in case: \"Muro\", \"muro\"\nset Muro: "
-       "property names differ only in case: \"Alto\", \"alto\"\nMuro.Forma: enumerated type \"Formas\" is missing\nMuro.Color: "
-       "value \"Verde\" is not a value of \"Colores\"\nMuro.Ref: host variable reference \"$ANCHO\" is not of the form "
-       "Group.Variable$\nMuro." + std::string(256, 'L') + ": property name is 256 bytes long; flat records carry 255 and cut "
-       "the rest\ndocument: enumerated type names differ only in case: \"Colores\", \"COLORES\"\nrelation Arco - IfcBeam: "
-       "set \"Arco\" is missing\n11 problems found in in.\n"},
-      {kSurprises, "check in --catalog cat.txt", 1, "and cut the rest\nMuro.Unknown: host variable \"Ejes.Ancho$\" is not in the "
-       "catalogue\nMuro.NoGroup: host variable \"Muros.PK$\" is not in the catalogue\ndocument: enumerated"},
-      {kSurprises, "check in --format json", 1, "\"where\": \"Muro.Piezas\",\n      \"what\": \"value \\\"12abc\\\" is not an Integer\""},
+       "Muro.Piezas: value \"12abc\" is not an Integer\nMuro.Alto: value \"1,5\" is not a Real number\n"
+       "Muro.Portante: value \"true\" is not Yes or No (it reads as No)\n"
+       "document: set names differ only in case: \"Muro\", \"muro\"\n"
+       "set Muro: property names differ only in case: \"Alto\", \"alto\"\n"
+       "Muro.Forma: enumerated type \"Formas\" is missing\nMuro.Color: value \"Verde\" is not a value of \"Colores\"\n"
+       "Muro.Ref: host variable reference \"$ANCHO\" is not of the form Group.Variable$\n"
+       "Muro." + L + ": property name is 256 bytes long; flat records carry 255 and cut the rest\n"
+       "document: enumerated type names differ only in case: \"Colores\", \"COLORES\"\n"
+       "relation Arco - IfcBeam: set \"Arco\" is missing\n11 problems found in in.\n"},
+      {kSurprises, "check in --catalog cat.txt", 1,
+       "and cut the rest\nMuro.Unknown: host variable \"Ejes.Ancho$\" is not in the catalogue\n"
+       "Muro.NoGroup: host variable \"Muros.PK$\" is not in the catalogue\ndocument: enumerated"},
+      {kSurprises, "check in --format json", 1,
+       "\"where\": \"Muro.Piezas\",\n      \"what\": \"value \\\"12abc\\\" is not an Integer\""},
       {kQuantitySurprises, "check in", 1,
        "document: the quantity kinds are not IfcLengthMeasure, IfcAreaMeasure, IfcVolumeMeasure in this order, so the "
-       "editors would give quantities the wrong kind\nset " + std::string(300, 'Q') + ": set name is 300 bytes long; flat "
-       "records carry 255 and cut the rest\nset Walls: quantity names differ only in case: \"Area\", \"AREA\"\nset Walls: "
-       "linked element type \"Losa\" is not among the document's element types\n4 problems found in in.\n"},
-      {"", "check none.xml", 2, "no such file"},
+       "editors would give quantities the wrong kind\n"
+       "set " + std::string(300, 'Q') + ": set name is 300 bytes long; flat records carry 255 and cut the rest\n"
+       "set Walls: quantity names differ only in case: \"Area\", \"AREA\"\n"
+       "set Walls: linked element type \"Losa\" is not among the document's element types\n4 problems found in in.\n"},
       {"<PropertySetsBIM><", "check in", 2, "not well-formed XML"},
       {kClean, "check in --catalog none.txt", 2, "catalogue"},
       // The editors, without a display as CI runs: the entry points say so and nothing is edited.
@@ -225,15 +229,16 @@ std::vector<Row> runs() {
       {R"({"format":"orvane-qsets","version":2})", "qsets import in -o q.xml", 2, "\"version\" 2 is not known"},
       {R"({"format":"orvane-psets","version":1,"enumeratedTypes":[],"relations":[]})", "psets import - -o p.xml", 2,
        "document: \"propertySets\" is missing"},
-      {kPsetsWithoutText + R"({"name":")" + tooLong + R"(","description":"","properties":[]}]})", pi,
+      {kPsetsWithoutText + R"({"name":")" + std::string(512, 'x') + R"(","description":"","properties":[]}]})", pi,
        2, "propertySets[0].name: longer than the 511 bytes"},
-      {kPsetsWithoutText + R"({"name":"S","description":"","properties":[]},{"name":"T","description":"","properties":[{"name":)"
-       R"("p","description":"","type":"Real","unit":"km","rule":"","optional":false,"value":1}]}]})",
+      {kPsetsWithoutText + R"({"name":"S","description":"","properties":[]},{"name":"T","description":"",)"
+       R"("properties":[{"name":"p","description":"","type":"Real","unit":"km","rule":"","optional":false,)"
+       R"("value":1}]}]})",
        pi, 2, "propertySets[1].properties[0].unit: not one of the units"},
       {kPsetsWithoutText + R"({"name":{"windows-1252":"\u20ac\u0100"},"description":"","properties":[]}]})",
        pi, 2, "propertySets[0].name: a character that Windows-1252 does not have"},
-      {kQsetsWithoutText + R"({"name":"Q","description":"","element":"","quantities":[{"name":"q","description":"","kind":)"
-       R"("IfcMass","export":true,"value":1}]}]})", "qsets import in -o q.xml", 2,
+      {kQsetsWithoutText + R"({"name":"Q","description":"","element":"","quantities":[{"name":"q","description":"",)"
+       R"("kind":"IfcMass","export":true,"value":1}]}]})", "qsets import in -o q.xml", 2,
        "quantitySets[0].quantities[0].kind: IfcLengthMeasure, IfcAreaMeasure or IfcVolumeMeasure is expected"},
       {"name,description\n", pi, 2, "in:1: the first line must be the header record,name,"},
       {kCsvHeader + "property,p,,Real,,,,No,1\n", pi, 2, "in:2: a propertySet line must come first"},
@@ -253,8 +258,10 @@ std::vector<Row> runs() {
     }
     rows.push_back({psetFile("", propertySet("Grande", properties)), "psets list - --format csv", 0, listed});
   }
-  for (const std::string command : {"", "psets", "psets list", "psets merge", "psets enums", "psets export", "psets import",
-                                    "qsets", "qsets list", "qsets merge", "qsets export", "qsets import", "import-psd", "check"})
+  for (const std::string command :
+       {"", "psets", "psets list", "psets merge", "psets enums", "psets export", "psets import", "qsets", "qsets list",
+        "qsets merge", "qsets export", "qsets import", "import-psd", "check", "edit", "edit psets", "assign",
+        "assign qsets"})
     rows.push_back({"", command + " --help", 0, "Usage: orvane " + command});
   return rows;
 }
@@ -332,18 +339,21 @@ TEST_F(CliTest, OutputThatCannotBeWrittenExitsWithTwo) {
   ::close(pipeEnds[1]);
 }
 
-// What list gives, edited, merges back; without --save only OUT is written, with it FILE too, the old one kept as FILE.bak.
+// What list gives, edited, merges back; without --save only OUT is written, with it FILE too, the old one as FILE.bak.
 TEST_F(CliTest, MergeWritesTheDocumentOnlyWithSave) {
   std::string edited = kWallsCsv;
   edited.replace(edited.find("2.500"), 5, "3.125");
-  const std::string added = "Muro,Acabado,enumerated,Rojo,,Colores\nMuro,Ancho,real,0.3,M\nNuevo,\"Uno, dos\",String,\"x\"\"y\nz\"\n";
+  const std::string added =
+      "Muro,Acabado,enumerated,Rojo,,Colores\nMuro,Ancho,real,0.3,M\nNuevo,\"Uno, dos\",String,\"x\"\"y\nz\"\n";
   const struct {
     std::string group, document, records, says, listed;
   } cases[] = {
       {"psets", kWalls, edited + added, "Merged 9 records",
-       edited + "Muro,Acabado,Enumerated,Rojo,,Colores\nMuro,Ancho,Real,0.300,m,\nNuevo,\"Uno, dos\",String,\"x\"\"y\nz\",,\n"},
+       edited + "Muro,Acabado,Enumerated,Rojo,,Colores\nMuro,Ancho,Real,0.300,m,\n"
+                "Nuevo,\"Uno, dos\",String,\"x\"\"y\nz\",,\n"},
       {"qsets", kQuantities, "set,quantity,kind,value\nwalls,Height,IfcLengthMeasure,2.75\nSlabs,Volume,VOLUME,0.1\n",
-       "Merged 2 records", "Slabs,Volume,volume,0.100\nwalls,area,area,3.000\nwalls,Volume,volume,1.250\nwalls,Height,length,2.750\n"},
+       "Merged 2 records",
+       "Slabs,Volume,volume,0.100\nwalls,area,area,3.000\nwalls,Volume,volume,1.250\nwalls,Height,length,2.750\n"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.group);
