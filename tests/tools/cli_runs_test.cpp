@@ -266,7 +266,8 @@ std::vector<Row> runs() {
   return rows;
 }
 
-class Runs : public CliTest, public ::testing::WithParamInterface<Row> {
+// A folder with a property-set and a quantity-set document, a catalogue, an empty folder and a FIFO.
+class Cli : public CliTest {
  protected:
   void SetUp() override {
     for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) ::unsetenv(variable);
@@ -284,6 +285,8 @@ class Runs : public CliTest, public ::testing::WithParamInterface<Row> {
     return bytes;
   }
 };
+
+class Runs : public Cli, public ::testing::WithParamInterface<Row> {};
 
 TEST_P(Runs, ExitStatusOutputAndFiles) {
   const Row& row = GetParam();
@@ -313,7 +316,7 @@ TEST_P(Runs, ExitStatusOutputAndFiles) {
 
 INSTANTIATE_TEST_SUITE_P(Cli, Runs, ::testing::ValuesIn(runs()));
 
-TEST_F(CliTest, InputsAreBoundedTo256MiB) {
+TEST_F(Cli, InputsAreBoundedTo256MiB) {
   write("in", "");
   fs::resize_file(dir.path() / "in", (std::uintmax_t{256} << 20) + 1);
   EXPECT_NE(run({"psets", "list", "in"}).err.find("document in: is larger than 256 MiB"), std::string::npos);
@@ -323,8 +326,7 @@ TEST_F(CliTest, InputsAreBoundedTo256MiB) {
 }
 
 // A full disk or a pipe whose reader is gone, on standard output: the command fails with a message.
-TEST_F(CliTest, OutputThatCannotBeWrittenExitsWithTwo) {
-  write("p.xml", kWalls);
+TEST_F(Cli, OutputThatCannotBeWrittenExitsWithTwo) {
   const int full = ::open("/dev/full", O_WRONLY);
   int pipeEnds[2];
   ASSERT_GE(full, 0);
@@ -340,35 +342,33 @@ TEST_F(CliTest, OutputThatCannotBeWrittenExitsWithTwo) {
 }
 
 // What list gives, edited, merges back; without --save only OUT is written, with it FILE too, the old one as FILE.bak.
-TEST_F(CliTest, MergeWritesTheDocumentOnlyWithSave) {
+TEST_F(Cli, MergeWritesTheDocumentOnlyWithSave) {
   std::string edited = kWallsCsv;
   edited.replace(edited.find("2.500"), 5, "3.125");
   const std::string added =
       "Muro,Acabado,enumerated,Rojo,,Colores\nMuro,Ancho,real,0.3,M\nNuevo,\"Uno, dos\",String,\"x\"\"y\nz\"\n";
   const struct {
-    std::string group, document, records, says, listed;
+    std::string group, file, document, records, says, listed;
   } cases[] = {
-      {"psets", kWalls, edited + added, "Merged 9 records",
+      {"psets", "p.xml", kWalls, edited + added, "Merged 9 records",
        edited + "Muro,Acabado,Enumerated,Rojo,,Colores\nMuro,Ancho,Real,0.300,m,\n"
                 "Nuevo,\"Uno, dos\",String,\"x\"\"y\nz\",,\n"},
-      {"qsets", kQuantities, "set,quantity,kind,value\nwalls,Height,IfcLengthMeasure,2.75\nSlabs,Volume,VOLUME,0.1\n",
+      {"qsets", "q.xml", kQuantities, "set,quantity,kind,value\nwalls,Height,IfcLengthMeasure,2.75\nSlabs,Volume,VOLUME,0.1\n",
        "Merged 2 records",
        "Slabs,Volume,volume,0.100\nwalls,area,area,3.000\nwalls,Volume,volume,1.250\nwalls,Height,length,2.750\n"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.group);
-    fs::remove(dir.file("doc.xml.bak"));
-    write("doc.xml", c.document);
     write("r.csv", c.records);
-    const CliResult unsaved = run({c.group, "merge", "doc.xml", "a.xml", "r.csv"});
+    const CliResult unsaved = run({c.group, "merge", c.file, "a.xml", "r.csv"});
     EXPECT_NE(unsaved.out.find("add --save"), std::string::npos) << unsaved.out << unsaved.err;
-    EXPECT_EQ(read("doc.xml"), c.document);
-    EXPECT_FALSE(exists("doc.xml.bak"));
-    const CliResult saved = run({c.group, "merge", "doc.xml", "b.xml", "r.csv", "--save"});
+    EXPECT_EQ(read(c.file), c.document);
+    EXPECT_FALSE(exists(c.file + ".bak"));
+    const CliResult saved = run({c.group, "merge", c.file, "b.xml", "r.csv", "--save"});
     EXPECT_NE(saved.out.find(c.says), std::string::npos) << saved.out << saved.err;
-    EXPECT_EQ(read("doc.xml.bak"), c.document);
+    EXPECT_EQ(read(c.file + ".bak"), c.document);
     EXPECT_EQ(read("a.xml"), read("b.xml"));
-    EXPECT_NE(run({c.group, "list", "doc.xml", "--format", "csv"}).out.find(c.listed), std::string::npos);
+    EXPECT_NE(run({c.group, "list", c.file, "--format", "csv"}).out.find(c.listed), std::string::npos);
   }
 }
 
