@@ -353,7 +353,8 @@ TEST_F(Cli, MergeWritesTheDocumentOnlyWithSave) {
       {"psets", "p.xml", kWalls, edited + added, "Merged 9 records",
        edited + "Muro,Acabado,Enumerated,Rojo,,Colores\nMuro,Ancho,Real,0.300,m,\n"
                 "Nuevo,\"Uno, dos\",String,\"x\"\"y\nz\",,\n"},
-      {"qsets", "q.xml", kQuantities, "set,quantity,kind,value\nwalls,Height,IfcLengthMeasure,2.75\nSlabs,Volume,VOLUME,0.1\n",
+      {"qsets", "q.xml", kQuantities,
+       "set,quantity,kind,value\nwalls,Height,IfcLengthMeasure,2.75\nSlabs,Volume,VOLUME,0.1\n",
        "Merged 2 records",
        "Slabs,Volume,volume,0.100\nwalls,area,area,3.000\nwalls,Volume,volume,1.250\nwalls,Height,length,2.750\n"},
   };

@@ -18,36 +18,41 @@ using Values = std::vector<std::string>;
 
 constexpr const char* kPsd = "http://buildingSMART-tech.org/xml/psd/PSD_IFC4.xsd";
 
+// <tag attributes>content</tag>
+std::string el(const std::string& tag, const std::string& content) {
+  return "<" + tag + ">" + content + "</" + tag.substr(0, tag.find(' ')) + ">";
+}
+
 std::string single(const std::string& name, const std::string& type, const std::string& definition = "") {
-  return "<PropertyDef><Name>" + name + "</Name><Definition>" + definition + "</Definition><PropertyType>"
-         "<TypePropertySingleValue><DataType type=\"" + type + "\"/></TypePropertySingleValue></PropertyType>"
-         "</PropertyDef>";
+  return el("PropertyDef", el("Name", name) + el("Definition", definition) +
+                               el("PropertyType", el("TypePropertySingleValue", "<DataType type=\"" + type + "\"/>")));
 }
 
 std::string enumerated(const std::string& name, const std::string& list, const Values& items) {
   std::string names, constants;
   for (const std::string& item : items) {
-    names += "<EnumItem>" + item + "</EnumItem>";
-    constants += "<ConstantDef><Name>" + item + "</Name></ConstantDef>";
+    names += el("EnumItem", item);
+    constants += el("ConstantDef", el("Name", item));
   }
-  return "<PropertyDef><Name>" + name + "</Name><PropertyType><TypePropertyEnumeratedValue>" +
-         (list.empty() ? "<EnumList>" : "<EnumList name=\"" + list + "\">" + names) + "</EnumList><ConstantList>" +
-         constants + "</ConstantList></TypePropertyEnumeratedValue></PropertyType></PropertyDef>";
+  const std::string values = list.empty() ? el("EnumList", "") : el("EnumList name=\"" + list + "\"", names);
+  return el("PropertyDef", el("Name", name) + el("PropertyType", el("TypePropertyEnumeratedValue",
+                                                                     values + el("ConstantList", constants))));
 }
 
 std::string psetDef(const std::string& name, const std::string& properties, const Values& classes,
                     const std::string& xmlns = std::string(" xmlns=\"") + kPsd + "\"") {
   std::string classNames;
-  for (const std::string& c : classes) classNames += "<ClassName>" + c + "</ClassName>";
-  return "<?xml version=\"1.0\"?>\n<PropertySetDef" + xmlns + "><Name>" + name + "</Name><Definition>About " + name +
-         "</Definition><ApplicableClasses>" + classNames + "</ApplicableClasses><PropertyDefs>" + properties +
-         "</PropertyDefs></PropertySetDef>\n";
+  for (const std::string& c : classes) classNames += el("ClassName", c);
+  return "<?xml version=\"1.0\"?>\n" +
+         el("PropertySetDef" + xmlns, el("Name", name) + el("Definition", "About " + name) +
+                                          el("ApplicableClasses", classNames) + el("PropertyDefs", properties));
 }
 
 TEST_F(CliTest, ImportPsdCarriesWhatTheDocumentsHoldAndReportsTheRest) {
   fs::create_directory(dir.path() / "psd");
-  const std::string bounded = "<PropertyDef><Name>Range</Name><PropertyType><TypePropertyBoundedValue><DataType "
-                              "type=\"IfcReal\"/></TypePropertyBoundedValue></PropertyType></PropertyDef>";
+  const std::string bounded =
+      el("PropertyDef", el("Name", "Range") +
+                            el("PropertyType", el("TypePropertyBoundedValue", "<DataType type=\"IfcReal\"/>")));
   write("psd/a.xml",
         psetDef("Pset_A",
                 single("Width", "IfcPositiveLengthMeasure", "The width") + single("Pressure", "IfcPressureMeasure") +
@@ -71,10 +76,9 @@ TEST_F(CliTest, ImportPsdCarriesWhatTheDocumentsHoldAndReportsTheRest) {
   write("psd/f.xml", "<PropertySetDef><Name>Broken");
   std::string qto;
   for (const std::string kind : {"LENGTH", "AREA", "VOLUME", "WEIGHT", "COUNT"})
-    qto += "<QtoDef><Name>Q" + kind + "</Name><Definition>The " + kind + "</Definition><QtoType>Q_" + kind +
-           "</QtoType></QtoDef>";
-  write("psd/q.xml", "<QtoSetDef><Name>Qto_Wall</Name><Definition>W</Definition><ApplicableClasses><ClassName>IfcWall"
-                     "</ClassName></ApplicableClasses><QtoDefs>" + qto + "</QtoDefs></QtoSetDef>\n");
+    qto += el("QtoDef", el("Name", "Q" + kind) + el("Definition", "The " + kind) + el("QtoType", "Q_" + kind));
+  write("psd/q.xml", el("QtoSetDef", el("Name", "Qto_Wall") + el("Definition", "W") +
+                                         el("ApplicableClasses", el("ClassName", "IfcWall")) + el("QtoDefs", qto)));
   write("out.xml", "previous");
 
   const CliResult verbose = run({"import-psd", "psd", "-o", "out.xml", "--qto", "q.xml", "-v"});
