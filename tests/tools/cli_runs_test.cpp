@@ -124,13 +124,16 @@ std::vector<Row> runs() {
        "Muro  Color     Enumerated  Azul          Colores\nMuro  Portante  Boolean\n"
        "Muro  Nota      String      a, \"b\"\nMuro  Fecha     DateTime\n"},
       {"", "psets list p.xml --format csv", 0, kWallsCsv},
-      {"", "psets list p.xml --format json", 0, "\"value\": \"a, \\\"b\\\"\""},
+      {"", "psets list p.xml --format json", 0,
+       "{\n    \"set\": \"Muro\",\n    \"property\": \"Alto\",\n    \"type\": \"Real\",\n    \"value\": \"2.500\",\n"
+       "    \"unit\": \"m\",\n    \"enum\": \"\"\n  }"},
       {psetFile("", propertySet("S", property("T", "Real", "20", "Optional=\"No\" Unit=\"\xBA" "C\" Rule=\"\""))),
        "psets list - --format csv", 0, "S,T,Real,20.000,\xC2\xBA" "C,"},
       {"", "qsets list q.xml", 0, "------\nBeams  Length    length  12.346\nwalls  area      area    3.000\n"},
       {"", "qsets list q.xml --format csv", 0,
        "set,quantity,kind,value\nBeams,Length,length,12.346\nwalls,area,area,3.000\nwalls,Volume,volume,1.250\n"},
-      {"", "qsets list q.xml --format json", 0, "\"value\": 1.25"},
+      {"", "qsets list q.xml --format json", 0,
+       "\"set\": \"walls\",\n    \"quantity\": \"Volume\",\n    \"kind\": \"volume\",\n    \"value\": 1.25\n"},
       {"", "psets enums p.xml COLORES", 0, "value\n-----\nRojo\nAzul\n"},
       {"", "psets enums p.xml colores --format json", 0,
        "[\n  {\n    \"value\": \"Rojo\"\n  },\n  {\n    \"value\": \"Azul\"\n  }\n]\n"},
