@@ -101,11 +101,8 @@ std::vector<Row> runs() {
       {"", "qsets mrege q.xml", 2, "Did you mean \"orvane qsets merge\"?"},
       {"", "import-pds folder", 2, "Did you mean \"orvane import-psd\"?"},
       {"", "--version", 0, "orvane " ORVANE_VERSION "\n"},
-      {"", "--help", 0, "edit"},
       {"", "psets merge --help", 0, "set,property,type,value,unit,enum"},
-      {"", "psets merge --help", 0, "RFC 4180"},
       {"", "qsets merge --help", 0, "set,quantity,kind,value"},
-      {"", "assign qsets --help", 0, "asignarCuantificadores"},
       // Inputs that are no regular files are refused without reading them; nor is one replaced by an output.
       {"", "psets list pipe", 2, "document pipe: is not a regular file"},
       {"", "psets merge p.xml part.xml pipe", 2, "records file pipe: is not a regular"},
