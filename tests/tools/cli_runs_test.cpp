@@ -4,8 +4,8 @@
 #include <unistd.h>
 
 #include <map>
-#include <sstream>
 #include <nlohmann/json.hpp>
+#include <sstream>
 
 #include "support/documents.h"
 #include "tools/cli.h"

@@ -138,6 +138,7 @@ TEST_F(CliTest, ImportPsdCarriesWhatTheDocumentsHoldAndReportsTheRest) {
   EXPECT_EQ(piped.out, read("plain.xml"));
   EXPECT_NE(piped.err.find("Left out:"), std::string::npos);
   EXPECT_EQ(run({"import-psd", "psd", "-o", "quiet.xml", "-q"}).out, "");
+  EXPECT_EQ(read("quiet.xml"), read("plain.xml"));
   const CliResult json = run({"import-psd", "psd", "-o", "json.xml", "--format", "json"});
   EXPECT_EQ(read("json.xml"), read("plain.xml"));
   EXPECT_TRUE(nlohmann::json::accept(json.out)) << json.out;
