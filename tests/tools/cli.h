@@ -36,7 +36,6 @@ class CliTest : public ::testing::Test {
   }
   std::string write(const std::string& name, const std::string& bytes) const { return dir.write(name, bytes); }
   std::string read(const std::string& name) const { return readBytes(dir.file(name)); }
-  bool exists(const std::string& name) const { return std::filesystem::exists(dir.file(name)); }
   TempDir dir;
 };
 
