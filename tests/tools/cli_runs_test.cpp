@@ -200,7 +200,8 @@ std::vector<Row> runs() {
        "and cut the rest\nMuro.Unknown: host variable \"Ejes.Ancho$\" is not in the catalogue\n"
        "Muro.NoGroup: host variable \"Muros.PK$\" is not in the catalogue\ndocument: enumerated"},
       {kSurprises, "check in --format json", 1,
-       "\"where\": \"Muro.Piezas\",\n      \"what\": \"value \\\"12abc\\\" is not an Integer\""},
+       "{\n  \"file\": \"in\",\n  \"problems\": [\n    {\n      \"where\": \"Muro.Piezas\",\n"
+       "      \"what\": \"value \\\"12abc\\\" is not an Integer\""},
       {kQuantitySurprises, "check in", 1,
        "document: the quantity kinds are not IfcLengthMeasure, IfcAreaMeasure, IfcVolumeMeasure in this order, so the "
        "editors would give quantities the wrong kind\n"
