@@ -1,0 +1,378 @@
+// orvane runs as a user makes them: arguments, exit status, what is printed, and on an error no file touched.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <map>
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "support/documents.h"
+#include "tools/cli.h"
+
+using namespace orvane::test;
+namespace fs = std::filesystem;
+
+namespace {
+
+const std::string kColores =
+    "<TypeEnum Name=\"Colores\" Description=\"\"><Elements><Element Value=\"1\">Rojo</Element>"
+    "<Element Value=\"2\">Azul</Element></Elements></TypeEnum>";
+
+// Sets Muro and arco (listed arco first: sets sort by name ignoring case), every value type.
+const std::string kWalls = psetFile(
+    kColores + "<TypeEnum Name=\"Vacio\" Description=\"\"><Elements/></TypeEnum>",
+    propertySet("Muro", property("Alto", "Real", "2.5", "Optional=\"No\" Unit=\"m\" Rule=\"\"") +
+                            property("Color", "Colores", "Azul") + property("Portante", "Boolean", "Yes") +
+                            property("Nota", "String", "a, &quot;b&quot;") +
+                            property("Fecha", "DateTime", "2026-11-21")) +
+        propertySet("arco", property("Piezas", "Integer", "-7")));
+
+const std::string kWallsCsv =
+    "set,property,type,value,unit,enum\narco,Piezas,Integer,-7,,\nMuro,Alto,Real,2.500,m,\nMuro,Color,Enumerated,Azul,,"
+    "Colores\nMuro,Portante,Boolean,,,\nMuro,Nota,String,\"a, \"\"b\"\"\",,\nMuro,Fecha,DateTime,,,\n";
+
+std::string quantity(const std::string& name, const std::string& kind, const std::string& value) {
+  return "<QuantityName Name=\"" + name + "\" TypeQuorsel=\"" + kind + "\" Export=\"No\"><Description>d</Description>"
+         "<Value>" + value + "</Value></QuantityName>";
+}
+
+std::string quantitySet(const std::string& name, const std::string& quantities, const std::string& linked = "") {
+  return "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"" + linked + "\">" + quantities +
+         "</QuantitySet>";
+}
+
+const std::string kQuantities = qsetFile(
+    "<TypeQuorsel>IfcLengthMeasure</TypeQuorsel><TypeQuorsel>IfcAreaMeasure</TypeQuorsel>"
+    "<TypeQuorsel>IfcVolumeMeasure</TypeQuorsel>", "<ObjectQuorsel>Muro</ObjectQuorsel>",
+    quantitySet("walls", quantity("area", "IfcAreaMeasure", "3.0") + quantity("Volume", "IfcVolumeMeasure", "1.25")) +
+        quantitySet("Beams", quantity("Length", "IfcLengthMeasure", "12.3456"), "Muro"));
+
+// Every finding check makes, one each.
+const std::string kSurprises = psetFile(
+    kColores + "<TypeEnum Name=\"COLORES\" Description=\"\"><Elements/></TypeEnum>",
+    propertySet("Muro", property("Forma", "Formas", "") + property("Color", "Colores", "Verde") +
+                            property("Piezas", "Integer", "12abc") + property("Alto", "Real", "1,5") +
+                            property("Portante", "Boolean", "true") + property("Ref", "String", "$ANCHO") +
+                            property("alto", "Real", "2") + property(std::string(256, 'L'), "String", "") +
+                            property("Known", "Real", "ejes.pk$") + property("Dotted", "Integer", "Eje.Sur.Cota$") +
+                            property("Unknown", "String", "Ejes.Ancho$") + property("NoGroup", "Real", "Muros.PK$")) +
+        propertySet("muro"),
+    "<RelationIfcElementWithPSet PSet=\"Arco\" Object=\"IfcBeam\"/>");
+const std::string kQuantitySurprises = qsetFile(
+    "<TypeQuorsel>IfcAreaMeasure</TypeQuorsel>", "<ObjectQuorsel>Muro</ObjectQuorsel>",
+    quantitySet("Walls", quantity("Area", "IfcAreaMeasure", "1") + quantity("AREA", "IfcAreaMeasure", "1"), "Losa") +
+        quantitySet(std::string(300, 'Q'), "", "muro"));
+const std::string kClean = psetFile(
+    kColores, propertySet("Muro", property("Alto", "Real", "2.5") + property("Piezas", "Integer", "+3") +
+                                      property("Color", "Colores", "azul") + property("Portante", "Boolean", "yes") +
+                                      property("Eje", "Real", "Ejes.PK$") + property("Vacio", "Integer", "")),
+    "<RelationIfcElementWithPSet PSet=\"MURO\" Object=\"IfcWall\"/>");
+const std::string kPsetsWithoutText =
+    "{\"format\":\"orvane-psets\",\"version\":1,\"enumeratedTypes\":[],\"relations\":[],\"propertySets\":[";
+const std::string kQsetsWithoutText =
+    "{\"format\":\"orvane-qsets\",\"version\":1,\"types\":[],\"objects\":[],\"quantitySets\":[";
+const std::string kCsvHeader = "record,name,description,type,enumeratedType,unit,rule,optional,value\n";
+
+struct Row {
+  std::string input;  // written to the file "in", which is also standard input
+  std::string args;   // split at spaces
+  int status;
+  std::string says;  // on stdout, or on stderr for status 2; empty: stdout stays empty
+};
+
+void PrintTo(const Row& run, std::ostream* os) { *os << "orvane " << run.args; }
+
+std::vector<Row> runs() {
+  const std::string L(256, 'L'), pm = "psets merge p.xml part.xml in", qm = "qsets merge q.xml out.xml in",
+                    pi = "psets import in -o p.xml";
+  std::vector<Row> rows{
+      // Usage: status 2, what is wrong, a suggestion for a mistyped command, never for a word far from any.
+      {"", "", 2, "a command is required; run with --help to see them"},
+      {"", "psets", 2, "a command is required"},
+      {"", "frobnicate", 2, "The following argument was not expected: frobnicate\nRun with --help"},
+      {"", "qsets lists", 2, "The following argument was not expected: lists"},
+      {"", "psets list", 2, "FILE is required"},
+      {"", "psets list p.xml --bogus", 2, "--bogus"},
+      {"", "psets list p.xml --format xml", 2, "--format: xml not in {table,csv,json}"},
+      {"", "qsets merge q.xml b.xml", 2, "RECORDS is required"},
+      {"", "import-psd folder", 2, "--output is required"},
+      {"", "psets lsit", 2, "Did you mean \"orvane psets list\"?"},
+      {"", "qsets mrege q.xml", 2, "Did you mean \"orvane qsets merge\"?"},
+      {"", "import-pds folder", 2, "Did you mean \"orvane import-psd\"?"},
+      {"", "--version", 0, "orvane " ORVANE_VERSION "\n"},
+      {"", "psets merge --help", 0, "set,property,type,value,unit,enum"},
+      {"", "qsets merge --help", 0, "set,quantity,kind,value"},
+      // Inputs that are no regular files are refused without reading them; nor is one replaced by an output.
+      {"", "psets list pipe", 2, "document pipe: is not a regular file"},
+      {"", "psets merge p.xml part.xml pipe", 2, "records file pipe: is not a regular"},
+      {"", "check p.xml --catalog /dev/zero", 2, "catalogue /dev/zero: is not a regular file"},
+      {"Muros,Alto,Real,4\n", "psets merge p.xml /dev/null in", 2, "/dev/null: is not a regular file"},
+      {"", "psets list missing.xml", 2, "missing.xml: no such file"},
+      {"", "psets list .", 2, "is a folder"},
+      {"<PropertySetsBIM>", "psets list in", 2, "not well-formed XML"},
+      {"", "psets list q.xml", 2, "a quantity-set document where a property-set document is expected"},
+      {"<Other/>", "psets list in", 2, "root element is Other"},
+      {"", "qsets list p.xml", 2, "a property-set document where a quantity-set document is expected"},
+      // Listings in every format.
+      {"", "psets list p.xml", 0,
+       "set   property  type        value   unit  enum\n----  --------  ----------  ------  ----  -------\n"
+       "arco  Piezas    Integer     -7\nMuro  Alto      Real        2.500   m\n"
+       "Muro  Color     Enumerated  Azul          Colores\nMuro  Portante  Boolean\n"
+       "Muro  Nota      String      a, \"b\"\nMuro  Fecha     DateTime\n"},
+      {"", "psets list p.xml --format csv", 0, kWallsCsv},
+      {"", "psets list p.xml --format json", 0,
+       "{\n    \"set\": \"Muro\",\n    \"property\": \"Alto\",\n    \"type\": \"Real\",\n    \"value\": \"2.500\",\n"
+       "    \"unit\": \"m\",\n    \"enum\": \"\"\n  }"},
+      {psetFile("", propertySet("S", property("T", "Real", "20", "Optional=\"No\" Unit=\"\xBA" "C\" Rule=\"\""))),
+       "psets list - --format csv", 0, "S,T,Real,20.000,\xC2\xBA" "C,"},
+      {"", "qsets list q.xml", 0, "------\nBeams  Length    length  12.346\nwalls  area      area    3.000\n"},
+      {"", "qsets list q.xml --format csv", 0,
+       "set,quantity,kind,value\nBeams,Length,length,12.346\nwalls,area,area,3.000\nwalls,Volume,volume,1.250\n"},
+      {"", "qsets list q.xml --format json", 0,
+       "\"set\": \"walls\",\n    \"quantity\": \"Volume\",\n    \"kind\": \"volume\",\n    \"value\": 1.25\n"},
+      {"", "psets enums p.xml COLORES", 0, "value\n-----\nRojo\nAzul\n"},
+      {"", "psets enums p.xml colores --format json", 0,
+       "[\n  {\n    \"value\": \"Rojo\"\n  },\n  {\n    \"value\": \"Azul\"\n  }\n]\n"},
+      {"", "psets enums p.xml Vacio --format csv", 0, "value\n"},
+      {"", "psets enums p.xml Formas", 2, "has no enumerated type \"Formas\""},
+      // Records a merge refuses, with their line, writing nothing.
+      {"S,P,Texto\n", "psets merge p.xml part.xml in --save", 2,
+       "in:1: unknown type \"Texto\" (expected Integer, Real, String, Enumerated, Boolean or DateTime)"},
+      {"S,P,String\nS,P\n", pm, 2,
+       "in:2: 2 fields where set,property,type,value,unit,enum are expected"},
+      {"S,P,String,v,,,extra\n", pm, 2, "in:1: 7 fields"},
+      {"S,P,String\nS,Q,String,\"open\n\n", pm, 2, "in:2: a quoted field is never closed"},
+      {"S,P,String,say \"hi\"\n", pm, 2, "in:1: a quote inside an unquoted field"},
+      {"S,P,String,\"a\"b\n", pm, 2, "in:1: text after the closing quote"},
+      {"S,P,Integer,12abc\n", pm, 2, "in:1: value \"12abc\" is not an Integer"},
+      {"S,P,Integer,99999999999\n", pm, 2, "value \"99999999999\" is not an Integer"},
+      {"S,P,Real,\"1,5\"\n", pm, 2, "in:1: value \"1,5\" is not a Real number"},
+      {"S,P,Real,inf\n", pm, 2, "in:1: value \"inf\" is not a Real number"},
+      {"S,P,Boolean,Yes\n", pm, 2, "in:1: Boolean values cannot be written through records"},
+      {"S,P,DateTime,2026-01-01\n", pm, 2, "in:1: DateTime values cannot be written"},
+      {"S,P,Real,1,km\n", pm, 2, "in:1: unknown unit \"km\""},
+      {"S,P,String,v,,Colores\n", pm, 2, "in:1: enum is only for Enumerated properties"},
+      {",P,String\n", pm, 2, "in:1: set is empty"},
+      {"S,,String\n", pm, 2, "in:1: property is empty"},
+      {"S," + std::string(256, 'n') + ",String\n", pm, 2, "in:1: property is 256 bytes long; records hold at most 255"},
+      {"S,P,Real,1." + std::string(300, '0') + "\n", pm, 2, "in:1: value is 302 bytes long"},
+      {"set,type,property\nS,String,P\n", pm, 2,
+       "in:1: a header line must name the columns set,property,type,value,unit,enum"},
+      {"set,property,type\n", pm, 2, "in: no records"},
+      {"", pm, 2, "in: no records"},
+      {"S,Q,weight,1\n", qm, 2, "in:1: unknown kind \"weight\" (expected length, area or volume)"},
+      {"S,Q,area,12abc\n", qm, 2, "in:1: value \"12abc\" is not a number"},
+      {"S,Q,area,\n", qm, 2, "in:1: value \"\" is not a number"},
+      {"S,Q,area\n", qm, 2, "in:1: 3 fields where set,quantity,kind,value are expected"},
+      {"S,Q,area,1,x\n", qm, 2, "in:1: 5 fields"},
+      {"set,quantity,value,kind\n", qm, 2,
+       "in:1: a header line must name the columns set,quantity,kind,value"},
+      // Files a merge would lose or cannot write.
+      {"S,P,String\n", "psets merge missing.xml part.xml in", 2, "missing.xml: no such file"},
+      {"S,P,String\n", "psets merge q.xml part.xml in", 2, "where a property-set document is expected"},
+      {"S,P,String\n", "psets merge p.xml p.xml in", 2, "the output must be another file"},
+      {"S,P,String\n", "psets merge p.xml no/such/folder/p.xml in", 2, "does not exist"},
+      {"S,P,String\n", "psets merge p.xml . in", 2, "is a folder"},
+      {"", "psets merge p.xml part.xml missing.csv", 2, "records file"},
+      {"S,Q,area,1\n", "qsets merge none.xml out.xml in", 2, "none.xml: no such file"},
+      {"S,Q,area,1\n", "qsets merge q.xml q.xml in", 2, "the output must be another file"},
+      {"S,P,String\n", "psets merge p.xml part.xml in -q", 0, ""},
+      {"S,P,String\n", pm, 0, "Wrote the sets they name to part.xml.\np.xml is unchanged; add --save to write the merge"},
+      {"\xEF\xBB\xBFSET,Property,Type,Value\r\nMuro,Alto,Real,4\r\nMuro,Ancho,real,0.3,M\r\n\r\n", pm, 0,
+       "Merged 2 records"},
+      {"S,Q,area,1\n", "qsets merge q.xml out.xml in --quiet", 0, ""},
+      {"S,Q,area,1\n", qm, 0, "Wrote the sets they name to out.xml.\nq.xml is unchanged; add --save"},
+      // check: the findings, the catalogue, status 1 for findings and 2 for what cannot be read.
+      {kClean, "check in --catalog cat.txt", 0, "No problems found in in.\n"},
+      {kClean, "check -", 0, "No problems found in -.\n"},
+      {kSurprises, "check in", 1,
+       "Muro.Piezas: value \"12abc\" is not an Integer\nMuro.Alto: value \"1,5\" is not a Real number\n"
+       "Muro.Portante: value \"true\" is not Yes or No (it reads as No)\n"
+       "document: set names differ only in case: \"Muro\", \"muro\"\n"
+       "set Muro: property names differ only in case: \"Alto\", \"alto\"\n"
+       "Muro.Forma: enumerated type \"Formas\" is missing\nMuro.Color: value \"Verde\" is not a value of \"Colores\"\n"
+       "Muro.Ref: host variable reference \"$ANCHO\" is not of the form Group.Variable$\n"
+       "Muro." + L + ": property name is 256 bytes long; flat records carry 255 and cut the rest\n"
+       "document: enumerated type names differ only in case: \"Colores\", \"COLORES\"\n"
+       "relation Arco - IfcBeam: set \"Arco\" is missing\n11 problems found in in.\n"},
+      {kSurprises, "check in --catalog cat.txt", 1,
+       "and cut the rest\nMuro.Unknown: host variable \"Ejes.Ancho$\" is not in the catalogue\n"
+       "Muro.NoGroup: host variable \"Muros.PK$\" is not in the catalogue\ndocument: enumerated"},
+      {kSurprises, "check in --format json", 1,
+       "{\n  \"file\": \"in\",\n  \"problems\": [\n    {\n      \"where\": \"Muro.Piezas\",\n"
+       "      \"what\": \"value \\\"12abc\\\" is not an Integer\""},
+      {kQuantitySurprises, "check in", 1,
+       "document: the quantity kinds are not IfcLengthMeasure, IfcAreaMeasure, IfcVolumeMeasure in this order, so the "
+       "editors would give quantities the wrong kind\n"
+       "set " + std::string(300, 'Q') + ": set name is 300 bytes long; flat records carry 255 and cut the rest\n"
+       "set Walls: quantity names differ only in case: \"Area\", \"AREA\"\n"
+       "set Walls: linked element type \"Losa\" is not among the document's element types\n4 problems found in in.\n"},
+      {"<PropertySetsBIM><", "check in", 2, "not well-formed XML"},
+      {kClean, "check in --catalog none.txt", 2, "catalogue"},
+      // The editors, without a display as CI runs: the entry points say so and nothing is edited.
+      {"", "edit psets p.xml --messages " ORVANE_SAMPLES_DIR "/mensajes.txt", 2, "the editors need a display"},
+      {"", "edit qsets q.xml", 2, "orvane: no editor could be shown; nothing was edited"},
+      {"", "assign psets p.xml obj.xml --catalog " ORVANE_SAMPLES_DIR "/variables.txt", 2, "nothing was edited"},
+      {"", "assign qsets q.xml objq.xml --kind Eje --values 12.5,3", 2, "nothing was edited"},
+      {"<PropertySetsBIM>", "assign psets in obj.xml", 2, "not a readable property-set document"},
+      {"", "assign psets none.xml obj.xml", 2, "none.xml"},
+      {"", "assign qsets q.xml obj.xml", 2, "--kind is required"},
+      {"", "assign qsets q.xml obj.xml --kind Eje --values 1,x", 2, "--values"},
+      {"", "edit psets p.xml --catalog none.txt", 2, "none.txt"},
+      // import-psd: what it cannot use.
+      {"", "import-psd nowhere -o out.xml", 2, "nowhere: no such file or folder"},
+      {"", "import-psd p.xml -o no/folder/out.xml", 2, "does not exist"},
+      {"", "import-psd p.xml -o out.xml --qto out.xml", 2, "the output must be another file"},
+      {"", "import-psd p.xml -o p.xml", 2, "the output must be another file than p.xml"},
+      {"", "import-psd empty -o out.xml", 2, "no property-set or quantity-set definitions found"},
+      // export/import: what import refuses, leaving the target alone.
+      {"{", pi, 2, "not JSON"},
+      {R"({"format":"orvane-qsets","version":1})", pi, 2, "\"format\" must be \"orvane-psets\""},
+      {R"({"format":"orvane-qsets","version":2})", "qsets import in -o q.xml", 2, "\"version\" 2 is not known"},
+      {R"({"format":"orvane-psets","version":1,"enumeratedTypes":[],"relations":[]})", "psets import - -o p.xml", 2,
+       "document: \"propertySets\" is missing"},
+      {kPsetsWithoutText + R"({"name":")" + std::string(512, 'x') + R"(","description":"","properties":[]}]})", pi,
+       2, "propertySets[0].name: longer than the 511 bytes"},
+      {kPsetsWithoutText + R"({"name":"S","description":"","properties":[]},{"name":"T","description":"",)"
+       R"("properties":[{"name":"p","description":"","type":"Real","unit":"km","rule":"","optional":false,)"
+       R"("value":1}]}]})",
+       pi, 2, "propertySets[1].properties[0].unit: not one of the units"},
+      {kPsetsWithoutText + R"({"name":{"windows-1252":"\u20ac\u0100"},"description":"","properties":[]}]})",
+       pi, 2, "propertySets[0].name: a character that Windows-1252 does not have"},
+      {kQsetsWithoutText + R"({"name":"Q","description":"","element":"","quantities":[{"name":"q","description":"",)"
+       R"("kind":"IfcMass","export":true,"value":1}]}]})", "qsets import in -o q.xml", 2,
+       "quantitySets[0].quantities[0].kind: IfcLengthMeasure, IfcAreaMeasure or IfcVolumeMeasure is expected"},
+      {"name,description\n", pi, 2, "in:1: the first line must be the header record,name,"},
+      {kCsvHeader + "property,p,,Real,,,,No,1\n", pi, 2, "in:2: a propertySet line must come first"},
+      {kCsvHeader + "propertySet,S,,,,,,,\nproperty,p,,Integer,,,,No,2.5\n", pi, 2,
+       "in:3: \"2.5\" is not an integer"},
+      {kCsvHeader + "propertySet,S,,,,,,,\nproperty,p,,Boolean,,,,maybe,Yes\n", pi, 2,
+       "\"maybe\" where Yes or No is expected"},
+      {kCsvHeader + "set,S,,,,,,,\n", pi, 2, "in:2: unknown record \"set\""},
+      {kCsvHeader + "propertySet,S,,,,,,,\n", "psets import in -o out.xml -q", 0, ""},
+  };
+  // The tool grows its record array until the library fills less than all of it.
+  for (const int count : {0, 255, 256, 257, 600}) {
+    std::string properties, listed = "set,property,type,value,unit,enum\n";
+    for (int i = 0; i < count; ++i) {
+      properties += property("P" + std::to_string(i), "Integer", std::to_string(i));
+      listed += "Grande,P" + std::to_string(i) + ",Integer," + std::to_string(i) + ",,\n";
+    }
+    rows.push_back({psetFile("", propertySet("Grande", properties)), "psets list - --format csv", 0, listed});
+  }
+  for (const std::string command :
+       {"", "psets", "psets list", "psets merge", "psets enums", "psets export", "psets import", "qsets", "qsets list",
+        "qsets merge", "qsets export", "qsets import", "import-psd", "check", "edit", "edit psets", "assign",
+        "assign qsets"})
+    rows.push_back({"", command + " --help", 0, "Usage: orvane " + command});
+  return rows;
+}
+
+// A folder with a property-set and a quantity-set document, a catalogue, an empty folder and a FIFO.
+class Cli : public CliTest {
+ protected:
+  void SetUp() override {
+    for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) ::unsetenv(variable);
+    write("p.xml", kWalls);
+    write("q.xml", kQuantities);
+    write("cat.txt", "Ejes;PK,,Cota\r\nEje.Sur;Cota\nSinVariables;\nbroken line\n");
+    fs::create_directory(dir.path() / "empty");
+    ASSERT_EQ(::mkfifo(dir.file("pipe").c_str(), 0600), 0);
+  }
+  // Every regular file in the folder and its bytes.
+  std::map<std::string, std::string> files() const {
+    std::map<std::string, std::string> bytes;
+    for (const auto& entry : fs::recursive_directory_iterator(dir.path()))
+      if (entry.is_regular_file()) bytes[entry.path().string()] = readBytes(entry.path());
+    return bytes;
+  }
+};
+
+class Runs : public Cli, public ::testing::WithParamInterface<Row> {};
+
+TEST_P(Runs, ExitStatusOutputAndFiles) {
+  const Row& row = GetParam();
+  write("in", row.input);
+  const auto before = files();
+  std::vector<std::string> args;
+  for (std::istringstream words(row.args); args.emplace_back(), words >> args.back();) {}
+  args.pop_back();
+  const CliResult result = run(args, "in");
+  EXPECT_EQ(result.status, row.status) << result.out << result.err;
+  // Only a merge with --save changes a file that was there; a failed command writes none.
+  const auto after = files();
+  for (const auto& [name, bytes] : before) EXPECT_EQ(after.at(name), bytes) << name;
+  if (row.status == 2) {
+    EXPECT_EQ(after.size(), before.size()) << "a failed command wrote a file";
+    EXPECT_EQ(result.out, "");
+    EXPECT_EQ(result.err.rfind("orvane: ", 0), 0u) << result.err;
+    EXPECT_NE(result.err.find(row.says), std::string::npos) << result.err;
+    return;
+  }
+  EXPECT_EQ(result.err, "");
+  if (row.says.empty()) {
+    EXPECT_EQ(result.out, "");
+  }
+  EXPECT_NE(result.out.find(row.says), std::string::npos) << result.out;
+  if (row.args.find("json") != std::string::npos) {
+    EXPECT_TRUE(nlohmann::json::accept(result.out)) << result.out;
+  }
+}
+
+INSTANTIATE_TEST_SUITE_P(Cli, Runs, ::testing::ValuesIn(runs()));
+
+TEST_F(Cli, InputsAreBoundedTo256MiB) {
+  write("in", "");
+  fs::resize_file(dir.path() / "in", (std::uintmax_t{256} << 20) + 1);
+  EXPECT_NE(run({"psets", "list", "in"}).err.find("document in: is larger than 256 MiB"), std::string::npos);
+  const CliResult piped = run({"psets", "export", "-"}, "in");
+  EXPECT_EQ(piped.status, 2);
+  EXPECT_NE(piped.err.find("standard input: is larger than 256 MiB"), std::string::npos) << piped.err;
+}
+
+// A full disk or a pipe whose reader is gone, on standard output: the command fails with a message.
+TEST_F(Cli, OutputThatCannotBeWrittenExitsWithTwo) {
+  const int full = ::open("/dev/full", O_WRONLY);
+  int pipeEnds[2];
+  ASSERT_GE(full, 0);
+  ASSERT_EQ(::pipe(pipeEnds), 0);
+  ::close(pipeEnds[0]);
+  for (const int out : {full, pipeEnds[1]}) {
+    const CliResult result = run({"psets", "list", "p.xml"}, "", out);
+    EXPECT_EQ(result.status, 2);
+    EXPECT_EQ(result.err.rfind("orvane: cannot write the output", 0), 0u) << result.err;
+  }
+  ::close(full);
+  ::close(pipeEnds[1]);
+}
+
+// What list gives, edited, merges back into FILE with --save, the old one kept as FILE.bak (without --save FILE is
+// left alone: the merge rows of the table).
+TEST_F(Cli, MergeWritesTheDocumentOnlyWithSave) {
+  std::string edited = kWallsCsv;
+  edited.replace(edited.find("2.500"), 5, "3.125");
+  const std::string added =
+      "Muro,Acabado,enumerated,Rojo,,Colores\nMuro,Ancho,real,0.3,M\nNuevo,\"Uno, dos\",String,\"x\"\"y\nz\"\n";
+  const struct {
+    std::string group, file, document, records, says, listed;
+  } cases[] = {
+      {"psets", "p.xml", kWalls, edited + added, "Merged 9 records",
+       edited + "Muro,Acabado,Enumerated,Rojo,,Colores\nMuro,Ancho,Real,0.300,m,\n"
+                "Nuevo,\"Uno, dos\",String,\"x\"\"y\nz\",,\n"},
+      {"qsets", "q.xml", kQuantities,
+       "set,quantity,kind,value\nwalls,Height,IfcLengthMeasure,2.75\nSlabs,Volume,VOLUME,0.1\n",
+       "Merged 2 records",
+       "Slabs,Volume,volume,0.100\nwalls,area,area,3.000\nwalls,Volume,volume,1.250\nwalls,Height,length,2.750\n"},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.group);
+    write("r.csv", c.records);
+    const CliResult saved = run({c.group, "merge", c.file, "part.xml", "r.csv", "--save"});
+    EXPECT_NE(saved.out.find(c.says), std::string::npos) << saved.out << saved.err;
+    EXPECT_EQ(read(c.file + ".bak"), c.document);
+    EXPECT_NE(run({c.group, "list", c.file, "--format", "csv"}).out.find(c.listed), std::string::npos);
+  }
+}
+
+}  // namespace
