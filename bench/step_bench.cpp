@@ -2,14 +2,14 @@
 // library's floor measured the same way, with the ratios checked against the goals at the end.
 //
 // The parent writes the documents (sets in reverse name order, so that reading must sort them),
-// then runs every step five times, each time in a fresh process (this program run again with
+// then runs every step nine times, each time in a fresh process (this program run again with
 // --step), and keeps the medians. A step's process first does what the step needs (loading the
 // document a save will write, say), hands its free memory back (malloc_trim), resets its peak
 // resident size, and then times the step alone. So no step runs on memory that another step has
 // just freed, which would hide the cost of faulting fresh pages in.
 //
 //   orvane_bench_steps                  all steps, 10,000 and 100,000 entries
-//   orvane_bench_steps --quick          10,000 entries only, three runs
+//   orvane_bench_steps --quick          10,000 entries only, five runs
 //   orvane_bench_steps --step STEP FILE ENTRIES   one step, as the parent runs it (for profiling)
 //   orvane_bench_steps --documents DIR  writes the documents there and ends
 #include <fcntl.h>
