@@ -7,6 +7,7 @@
 #include <sys/xattr.h>
 #include <unistd.h>
 
+#include <cstdio>
 #include <filesystem>
 #include <string>
 
@@ -74,11 +75,6 @@ struct stat statOf(const std::string& path) {
   return info;
 }
 
-std::string bytesOf(const std::string& path) {
-  if (!fs::exists(fs::symlink_status(path))) return "(missing)";
-  return fs::is_regular_file(fs::symlink_status(path)) ? readBytes(path) : "(not a regular file)";
-}
-
 std::string attributeOf(const std::string& path, const char* name) {
   char value[256];
   const ssize_t length = ::getxattr(path.c_str(), name, value, sizeof value);
@@ -111,6 +107,19 @@ struct SaveScene {
     ASSERT_EQ(::chown(file.c_str(), owner, group), 0);
     ASSERT_EQ(::chmod(file.c_str(), mode), 0);
   }
+  // "new 0644 0:0 1 (old file)": bytes, mode, owner and group, links, and whether it is the old
+  // document's file.
+  std::string stateOf(const std::string& file) const {
+    const auto type = fs::symlink_status(file).type();
+    if (type == fs::file_type::not_found || type == fs::file_type::directory)
+      return type == fs::file_type::directory ? "(folder)" : "(missing)";
+    if (type != fs::file_type::regular) return "(not a regular file)";
+    const struct stat info = statOf(file);
+    char mode[8];
+    std::snprintf(mode, sizeof mode, "%04o", unsigned(info.st_mode & 07777));
+    return readBytes(file) + " " + mode + " " + std::to_string(info.st_uid) + ":" + std::to_string(info.st_gid) + " " +
+           std::to_string(info.st_nlink) + (info.st_ino == oldInode ? " (old file)" : "");
+  }
 };
 
 // Saves "new" at `path`, as root or in a child that became nobody (group nogroup); true when the
@@ -134,24 +143,19 @@ const struct SaveCase {
   bool unprivileged;
   void (*prepare)(SaveScene&);
   bool saved;
-  const char *document, *backup;   // their bytes after the save
-  void (*check)(const SaveScene&);  // what else the case must keep
+  const char *document, *backup, *other;  // their states after the save
 } kSaveCases[] = {
     {"a read-only document of the saver is left as it was", true,
-     [](Scene s) { s.own(s.path, kNobody, kNobody, 0444); }, false, "old", "(missing)",
-     [](const SaveScene& s) { EXPECT_EQ((statOf(s.path).st_mode & 07777), 0444u); }},
-    {"root's document in a folder the saver may write is left as it was", true, [](Scene) {}, false, "old", "(missing)",
-     nullptr},
+     [](Scene s) { s.own(s.path, kNobody, kNobody, 0444); }, false, "old 0444 65534:65534 1 (old file)", "(missing)",
+     "(missing)"},
+    {"root's document in a folder the saver may write is left as it was", true, [](Scene) {}, false,
+     "old 0644 0:0 1 (old file)", "(missing)", "(missing)"},
     {"another owner's document the saver's group may write keeps its owner (written in place)", true,
-     [](Scene s) { s.own(s.path, kSomeoneElse, kNobody, 0660); }, true, "new", "old",
-     [](const SaveScene& s) {
-       EXPECT_EQ(statOf(s.path).st_uid, kSomeoneElse);
-       EXPECT_EQ(statOf(s.path).st_gid, kNobody);
-       EXPECT_EQ(statOf(s.path).st_mode & 07777, 0660u);
-     }},
+     [](Scene s) { s.own(s.path, kSomeoneElse, kNobody, 0660); }, true, "new 0660 1234:65534 1 (old file)",
+     "old 0600 65534:65534 1", "(missing)"},
     {"an older backup the saver could not write is kept", true,
-     [](Scene s) { s.own(s.path, kNobody, kNobody, 0644), writeBytes(s.backup, "older"); }, true, "new", "older",
-     nullptr},
+     [](Scene s) { s.own(s.path, kNobody, kNobody, 0644), writeBytes(s.backup, "older"); }, true,
+     "new 0644 65534:65534 1", "older 0644 0:0 1", "(missing)"},
     {"a link planted at the backup's name is replaced, not followed", true,
      [](Scene s) {
        s.own(s.path, kNobody, kNobody, 0644);
@@ -159,17 +163,10 @@ const struct SaveCase {
        s.own(s.other, kNobody, kNobody, 0600);
        fs::create_symlink(s.other, s.backup);
      },
-     true, "new", "old",
-     [](const SaveScene& s) {
-       EXPECT_EQ(bytesOf(s.other), "private");
-       EXPECT_EQ((statOf(s.other).st_mode & 07777), 0600u);
-     }},
+     true, "new 0644 65534:65534 1", "old 0644 65534:65534 1 (old file)", "private 0600 65534:65534 1"},
     {"root keeps root's powers over a read-only document", false,
-     [](Scene s) { s.own(s.path, kNobody, kNobody, 0444); }, true, "new", "old",
-     [](const SaveScene& s) {
-       EXPECT_EQ((statOf(s.path).st_mode & 07777), 0444u);
-       EXPECT_EQ(statOf(s.backup).st_uid, kNobody);
-     }},
+     [](Scene s) { s.own(s.path, kNobody, kNobody, 0444); }, true, "new 0444 65534:65534 1",
+     "old 0444 65534:65534 1 (old file)", "(missing)"},
     {"owner, group, mode, ACL and extended attributes are kept", false,
      [](Scene s) {
        s.own(s.path, kSomeoneElse, kSomeoneElse, 0640);
@@ -177,36 +174,21 @@ const struct SaveCase {
        s.withAttributes = ::setxattr(s.path.c_str(), "user.origin", "cad", 3, 0) == 0 &&
                           ::setxattr(s.path.c_str(), "system.posix_acl_access", acl.data(), acl.size(), 0) == 0;
      },
-     true, "new", "old",
-     [](const SaveScene& s) {
-       for (const std::string& file : {s.path, s.backup}) {
-         SCOPED_TRACE(file);
-         EXPECT_EQ(statOf(file).st_uid, kSomeoneElse);
-         EXPECT_EQ(statOf(file).st_gid, kSomeoneElse);
-         EXPECT_EQ(statOf(file).st_mode & 07777, 0640u);
-         if (!s.withAttributes) continue;  // the file system has no extended attributes or ACLs
-         EXPECT_EQ(attributeOf(file, "user.origin"), "cad");
-         EXPECT_EQ(attributeOf(file, "system.posix_acl_access"), readableByUser4321());
-       }
-     }},
+     true, "new 0640 1234:1234 1", "old 0640 1234:1234 1 (old file)", "(missing)"},
     {"a document with another hard link is written in place", false,
-     [](Scene s) { ASSERT_EQ(::link(s.path.c_str(), s.other.c_str()), 0); }, true, "new", "old",
-     [](const SaveScene& s) { EXPECT_EQ(bytesOf(s.other), "new"); EXPECT_EQ(statOf(s.path).st_nlink, 2u); }},
+     [](Scene s) { ASSERT_EQ(::link(s.path.c_str(), s.other.c_str()), 0); }, true, "new 0644 0:0 2 (old file)",
+     "old 0644 0:0 1", "new 0644 0:0 2 (old file)"},
     {"the second names a killed save gave the old document are no links of the user's", false,
      [](Scene s) {
        ASSERT_EQ(::link(s.path.c_str(), (s.dir.path() / ".doc.xml.bak.orvane-save").c_str()), 0);
        ASSERT_EQ(::link(s.path.c_str(), s.backup.c_str()), 0);
      },
-     true, "new", "old",  // not written in place: the old file is the backup
-     [](const SaveScene& s) {
-       EXPECT_EQ(statOf(s.backup).st_ino, s.oldInode);
-       EXPECT_EQ(statOf(s.backup).st_nlink, 1u);
-     }},
+     true, "new 0644 0:0 1", "old 0644 0:0 1 (old file)", "(missing)"},  // not written in place
     {"a FIFO at the backup's name is replaced by the backup", false,
-     [](Scene s) { ASSERT_EQ(::mkfifo(s.backup.c_str(), 0666), 0); }, true, "new", "old", nullptr},
+     [](Scene s) { ASSERT_EQ(::mkfifo(s.backup.c_str(), 0666), 0); }, true, "new 0644 0:0 1",
+     "old 0644 0:0 1 (old file)", "(missing)"},
     {"a folder at the backup's name stays and the document is saved", false,
-     [](Scene s) { fs::create_directory(s.backup); }, true, "new", "(not a regular file)",
-     [](const SaveScene& s) { EXPECT_TRUE(fs::is_directory(s.backup)); }},
+     [](Scene s) { fs::create_directory(s.backup); }, true, "new 0644 0:0 1", "(folder)", "(missing)"},
 };
 
 TEST(FileIo, ASaveRespectsWhatTheFileSystemProtects) {
@@ -217,9 +199,14 @@ TEST(FileIo, ASaveRespectsWhatTheFileSystemProtects) {
     test.prepare(scene);
     if (::testing::Test::HasFatalFailure()) return;
     EXPECT_EQ(saveAs(test.unprivileged, scene.path), test.saved);
-    EXPECT_EQ(bytesOf(scene.path), test.document);
-    EXPECT_EQ(bytesOf(scene.backup), test.backup);
-    if (test.check != nullptr) test.check(scene);
+    EXPECT_EQ(scene.stateOf(scene.path), test.document);
+    EXPECT_EQ(scene.stateOf(scene.backup), test.backup);
+    EXPECT_EQ(scene.stateOf(scene.other), test.other);
+    for (const std::string& file : {scene.path, scene.backup}) {
+      if (!scene.withAttributes) break;  // the file system has no extended attributes or ACLs
+      EXPECT_EQ(attributeOf(file, "user.origin"), "cad") << file;
+      EXPECT_EQ(attributeOf(file, "system.posix_acl_access"), readableByUser4321()) << file;
+    }
     for (const std::string& name : scene.dir.names()) EXPECT_EQ(name.find(".orvane-save"), std::string::npos) << name;
   }
 }
