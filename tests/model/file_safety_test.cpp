@@ -304,11 +304,6 @@ class FaultyFileSystem {
   orvane::FileSystem previous_;
 };
 
-mode_t modeOf(const std::string& path) {
-  struct stat info {};
-  return ::stat(path.c_str(), &info) == 0 ? info.st_mode & 07777 : 0;
-}
-
 template <class Document>
 class FileCallsFailing : public ::testing::Test {
  protected:
@@ -397,7 +392,7 @@ TYPED_TEST(FileCallsFailing, EachCallFailingLeavesWholeFilesAndNoLeftovers) {
         const bool documentKept = refused || (i > backupRename && i <= documentRename);
         const bool backupKept = refused || (calls[i].operation == "open" && calls[i].path == this->backup);
         EXPECT_EQ(readBytes(this->path), documentKept ? this->oldBytes : this->newBytes);
-        EXPECT_EQ(modeOf(this->path), 0640u);
+        EXPECT_EQ(statOf(this->path).st_mode & 07777, 0640u);
         EXPECT_EQ(readBytes(this->backup), backupKept ? this->olderBytes : this->oldBytes);
         EXPECT_EQ(this->dir.names(), (std::set<std::string>{"doc.xml", "doc.xml.bak"}));
       }
