@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <initializer_list>
 #include <map>
 #include <random>
 #include <string>
@@ -284,13 +285,15 @@ std::string quantityDocument(unsigned seed) {
   return xml + "</QuantitiesSet></QuantitiesSetQuorsel>";
 }
 
-// The files of the project's `folder` ending in `extension`, sorted.
-std::vector<fs::path> filesIn(const std::string& folder, const char* extension) {
+// The files of the project's `folders` ending in `extension`, sorted.
+std::vector<fs::path> filesIn(std::initializer_list<const char*> folders, const char* extension) {
   std::vector<fs::path> files;
-  std::error_code missing;
-  const fs::path path = fs::path(ORVANE_TEST_DATA) / ".." / ".." / folder;
-  for (fs::directory_iterator it(path, missing), end; !missing && it != end; ++it)
-    if (it->path().extension() == extension) files.push_back(it->path());
+  for (const char* folder : folders) {
+    std::error_code missing;
+    for (fs::directory_iterator it(fs::path(ORVANE_TEST_DATA) / ".." / ".." / folder, missing), end;
+         !missing && it != end; ++it)
+      if (it->path().extension() == extension) files.push_back(it->path());
+  }
   std::sort(files.begin(), files.end());
   return files;
 }
@@ -319,12 +322,8 @@ TEST_F(DifferentialTest, GeneratedSampleAndCorpusDocuments) {
     compareProperties(&properties, seed);
     compareQuantities(&quantities, seed);
   }
-  std::vector<fs::path> files;
-  for (const char* folder :
-       {"samples", "samples/ifc4", "fuzz/corpus/pset_reader", "fuzz/corpus/qset_reader", "fuzz/corpus/round_trip"}) {
-    const std::vector<fs::path> found = filesIn(folder, ".xml");
-    files.insert(files.end(), found.begin(), found.end());
-  }
+  const std::vector<fs::path> files = filesIn(
+      {"samples", "samples/ifc4", "fuzz/corpus/pset_reader", "fuzz/corpus/qset_reader", "fuzz/corpus/round_trip"}, ".xml");
   ASSERT_GT(files.size(), 40u);
   for (std::size_t i = 0; i < files.size(); ++i) {
     SCOPED_TRACE(files[i].string());
@@ -337,7 +336,7 @@ TEST_F(DifferentialTest, GeneratedSampleAndCorpusDocuments) {
 // The merge corpora hold host records of any bytes with the document they go into.
 template <class Record, class Compare>
 void compareMergeCorpus(const char* folder, Compare compareDocument) {
-  for (const fs::path& file : filesIn(folder, ".bin")) {
+  for (const fs::path& file : filesIn({folder}, ".bin")) {
     SCOPED_TRACE(file.string());
     const std::string bytes = readBytes(file);
     const auto input =
