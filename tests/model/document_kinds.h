@@ -41,29 +41,6 @@ void addSet(Document& doc, const char* name, std::size_t members = 0) {
 
 using DocumentTypes = ::testing::Types<CIfcProyectPSet, CIfcProyectQSet>;
 
-// A file as the document it loads: lee's result, what the document holds and the messages shown.
-struct LoadRow {
-  const char* what;
-  std::string file;
-  int result;
-  Outline holds;
-  std::vector<std::string> messages;
-};
-
-template <class Document>
-void expectLoads(const std::vector<LoadRow>& rows) {
-  TempDir dir;
-  for (const LoadRow& row : rows) {
-    SCOPED_TRACE(row.what);
-    MessageRecorder shown;
-    int result = -1;
-    const Document doc = load<Document>(dir, row.file, &result);
-    EXPECT_EQ(result, row.result);
-    EXPECT_EQ(outline(doc), row.holds);
-    EXPECT_EQ(shown.messages(), row.messages);
-  }
-}
-
 }  // namespace orvane::test
 
 #endif

@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <cstring>
 #include <filesystem>
+#include <initializer_list>
 #include <map>
 #include <random>
 #include <string>
@@ -33,8 +34,6 @@ using orvane::fieldText;
 using orvane::test::readBytes;
 
 constexpr int kMaxRecords = 600;
-
-// ---- The plain document path ----
 
 template <class Document, class Record>
 int plainGet(const char* path, Record* records, int maxRecords) {
@@ -104,8 +103,6 @@ int plainSetQuantities(const char* path, const char* pathOut, const FlatQuantity
   return 1;
 }
 
-// ---- Running both ----
-
 // What a call left: its result, the host's record array, every file of its folder, its messages.
 struct Outcome {
   int result = 0;
@@ -124,12 +121,10 @@ Outcome run(const std::string* document, std::string records, Call call) {
   orvane::test::TempDir dir(orvane::test::TempDir::Place::kMemory);
   if (document != nullptr) dir.write("doc.xml", *document);
   dir.write("other.xml", "older");
+  orvane::test::MessageRecorder recorder;
   Outcome outcome;
-  {
-    orvane::test::MessageRecorder recorder;
-    outcome.result = call(dir.file("doc.xml").c_str(), dir.file("other.xml").c_str(), records.data());
-    outcome.messages = recorder.messages();
-  }
+  outcome.result = call(dir.file("doc.xml").c_str(), dir.file("other.xml").c_str(), records.data());
+  outcome.messages = recorder.messages();
   outcome.records = std::move(records);
   for (const std::string& name : dir.names()) outcome.files[name] = readBytes(dir.path() / name);
   return outcome;
@@ -171,11 +166,12 @@ std::vector<Record> mergeRecords(const std::string& got, int filled, unsigned se
   return records;
 }
 
-// Compares the exported reader with the plain one, then hands `merges` the records to merge: those
-// given, or some made from what the reader gave.
-template <class Document, class Record, class Merges>
+// Compares the exported reader with the plain one, then each variant of the merge, called through
+// `merge(function, variant, path, otherPath, records, count)`, on the records given or some made
+// from what the reader gave.
+template <class Document, class Record, class FastSet, class PlainSet, class Merge>
 void compare(const std::string* document, unsigned seed, const std::vector<Record>* given,
-             int (*fastGet)(const char*, Record*, int), Merges merges) {
+             int (*fastGet)(const char*, Record*, int), FastSet fastSet, PlainSet plainSet, Merge merge) {
   const auto get = [&](auto function) {
     return run(document, std::string(kMaxRecords * sizeof(Record), '\xA5'),  // bytes the library must leave alone
                [&](const char* p, const char*, char* r) {
@@ -184,38 +180,33 @@ void compare(const std::string* document, unsigned seed, const std::vector<Recor
   };
   const Outcome fast = get(fastGet);
   ASSERT_TRUE(fast == get(plainGet<Document, Record>)) << "reading";
-  merges(given != nullptr ? *given : mergeRecords<Record>(fast.records, fast.result, seed));
+  const std::vector<Record> records = given != nullptr ? *given : mergeRecords<Record>(fast.records, fast.result, seed);
+  for (int variant : {0, 1}) {
+    const auto merged = [&](auto function) {
+      return run(document, bytesOf(records), [&](const char* p, const char* other, char* r) {
+        return merge(function, variant, p, other, reinterpret_cast<const Record*>(r), int(records.size()));
+      });
+    };
+    ASSERT_TRUE(merged(fastSet) == merged(plainSet)) << "merging, variant " << variant;
+  }
 }
 
+// Saving the document or not (and then with no records).
 void compareProperties(const std::string* document, unsigned seed,
                        const std::vector<FlatPropertyRecord>* given = nullptr) {
-  compare<CIfcProyectPSet>(document, seed, given, getPropiedadesFichero, [&](const auto& records) {
-    for (int save : {1, 0}) {
-      const auto merge = [&](auto function) {
-        return run(document, bytesOf(records), [&](const char* p, const char* partial, char* r) {
-          return function(p, partial, reinterpret_cast<const FlatPropertyRecord*>(r), save * int(records.size()), save);
-        });
-      };
-      ASSERT_TRUE(merge(setPropiedadesFichero) == merge(plainSetProperties)) << "setPropiedadesFichero " << save;
-    }
-  });
+  compare<CIfcProyectPSet>(document, seed, given, getPropiedadesFichero, setPropiedadesFichero, plainSetProperties,
+                           [](auto set, int save, const char* p, const char* partial, auto* r, int n) {
+                             return set(p, partial, r, save * n, save);
+                           });
 }
 
+// The output file another one, or the document itself.
 void compareQuantities(const std::string* document, unsigned seed,
                        const std::vector<FlatQuantityRecord>* given = nullptr) {
-  compare<CIfcProyectQSet>(document, seed, given, getCuantificadoresFichero, [&](const auto& records) {
-    for (bool intoItself : {false, true}) {  // the output file is another one, or the document
-      const auto merge = [&](auto function) {
-        return run(document, bytesOf(records), [&](const char* p, const char* out, char* r) {
-          return function(p, intoItself ? p : out, reinterpret_cast<const FlatQuantityRecord*>(r), int(records.size()));
-        });
-      };
-      ASSERT_TRUE(merge(setCuantificadoresFichero) == merge(plainSetQuantities)) << "into itself " << intoItself;
-    }
-  });
+  compare<CIfcProyectQSet>(document, seed, given, getCuantificadoresFichero, setCuantificadoresFichero,
+                           plainSetQuantities, [](auto set, int intoItself, const char* p, const char* out, auto* r,
+                                                  int n) { return set(p, intoItself ? p : out, r, n); });
 }
-
-// ---- The documents ----
 
 std::string text(std::mt19937& random, std::size_t length) {
   static const char* const pieces[] = {"Muro", "muro", "MURO", "\xC3\xA9", "\xE2\x82\xAC", "\r\n",
@@ -294,13 +285,15 @@ std::string quantityDocument(unsigned seed) {
   return xml + "</QuantitiesSet></QuantitiesSetQuorsel>";
 }
 
-// The files of the project's `folder` ending in `extension`, sorted.
-std::vector<fs::path> filesIn(const std::string& folder, const char* extension) {
+// The files of the project's `folders` ending in `extension`, sorted.
+std::vector<fs::path> filesIn(std::initializer_list<const char*> folders, const char* extension) {
   std::vector<fs::path> files;
-  std::error_code missing;
-  const fs::path path = fs::path(ORVANE_TEST_DATA) / ".." / ".." / folder;
-  for (fs::directory_iterator it(path, missing), end; !missing && it != end; ++it)
-    if (it->path().extension() == extension) files.push_back(it->path());
+  for (const char* folder : folders) {
+    std::error_code missing;
+    for (fs::directory_iterator it(fs::path(ORVANE_TEST_DATA) / ".." / ".." / folder, missing), end;
+         !missing && it != end; ++it)
+      if (it->path().extension() == extension) files.push_back(it->path());
+  }
   std::sort(files.begin(), files.end());
   return files;
 }
@@ -320,38 +313,30 @@ class DifferentialTest : public ::testing::Test {
   orvane::FileSystem previous_{};
 };
 
-TEST_F(DifferentialTest, GeneratedDocuments) {
+TEST_F(DifferentialTest, GeneratedSampleAndCorpusDocuments) {
+  compareProperties(nullptr, 0);  // no file at all
+  compareQuantities(nullptr, 0);
   for (unsigned seed = 1; seed <= 24; ++seed) {
     SCOPED_TRACE(seed);
     const std::string properties = propertyDocument(seed), quantities = quantityDocument(seed);
     compareProperties(&properties, seed);
     compareQuantities(&quantities, seed);
   }
-  compareProperties(nullptr, 0);  // no file at all
-  compareQuantities(nullptr, 0);
-}
-
-TEST_F(DifferentialTest, SampleAndCorpusDocuments) {
-  std::vector<fs::path> files;
-  for (const char* folder :
-       {"samples", "samples/ifc4", "fuzz/corpus/pset_reader", "fuzz/corpus/qset_reader", "fuzz/corpus/round_trip"}) {
-    const std::vector<fs::path> found = filesIn(folder, ".xml");
-    files.insert(files.end(), found.begin(), found.end());
-  }
+  const std::vector<fs::path> files = filesIn(
+      {"samples", "samples/ifc4", "fuzz/corpus/pset_reader", "fuzz/corpus/qset_reader", "fuzz/corpus/round_trip"}, ".xml");
   ASSERT_GT(files.size(), 40u);
-  unsigned seed = 0;
-  for (const fs::path& file : files) {
-    SCOPED_TRACE(file.string());
-    const std::string document = readBytes(file);
-    compareProperties(&document, ++seed);
-    compareQuantities(&document, seed);
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    SCOPED_TRACE(files[i].string());
+    const std::string document = readBytes(files[i]);
+    compareProperties(&document, unsigned(i + 1));
+    compareQuantities(&document, unsigned(i + 1));
   }
 }
 
 // The merge corpora hold host records of any bytes with the document they go into.
 template <class Record, class Compare>
 void compareMergeCorpus(const char* folder, Compare compareDocument) {
-  for (const fs::path& file : filesIn(folder, ".bin")) {
+  for (const fs::path& file : filesIn({folder}, ".bin")) {
     SCOPED_TRACE(file.string());
     const std::string bytes = readBytes(file);
     const auto input =

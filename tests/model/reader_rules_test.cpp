@@ -1,0 +1,491 @@
+// How the documents read and write: numbers, bounded texts, names, each record's element, whole
+// files as the document they load, malformed files and unusable paths.
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <climits>
+#include <clocale>
+#include <cstdio>
+#include <filesystem>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "document_kinds.h"
+#include "model/names.h"
+#include "model/numbers.h"
+#include "model/text.h"
+#include "support/golden.h"
+
+using namespace orvane::test;
+using orvane::formatReal3;
+using orvane::readReal;
+namespace fs = std::filesystem;
+
+namespace {
+
+TEST(Numbers, IntegersReadLikeAtoiButSaturate) {
+  const struct { const char* text; int32_t value; } rows[] = {
+      {"12abc", 12}, {"  -7", -7}, {"+5", 5}, {"abc", 0}, {"", 0}, {"2.9", 2}, {nullptr, 0}, {"2147483647", INT_MAX},
+      {"99999999999999999999", INT_MAX}, {"-99999999999999999999", INT_MIN}, {"-2147483648", INT_MIN}};
+  for (const auto& row : rows) EXPECT_EQ(orvane::readInt(row.text), row.value) << (row.text ? row.text : "(null)");
+  EXPECT_STREQ(orvane::formatInt(INT_MIN).c_str(), "-2147483648");
+}
+
+TEST(Numbers, RealsReadLikeAtofAndPrintWithThreeDecimals) {
+  EXPECT_DOUBLE_EQ(readReal("12,5"), 12.0);  // stops at the comma
+  EXPECT_DOUBLE_EQ(readReal(" 1e3x"), 1000.0);
+  EXPECT_DOUBLE_EQ(readReal("abc"), 0.0);
+  EXPECT_DOUBLE_EQ(readReal(nullptr), 0.0);
+  EXPECT_STREQ(formatReal3(1.23456).c_str(), "1.235");
+  EXPECT_STREQ(formatReal3(-2.5).c_str(), "-2.500");
+  const std::string largest = formatReal3(1.7976931348623157e308).c_str();  // fits its buffer
+  EXPECT_EQ(largest.size(), 313u);
+  EXPECT_EQ(largest.substr(309), ".000");
+}
+
+// A 256-byte record field holds 255 characters: "%0.3lf" of 9e250 has 255, of 1e251 256. What does
+// not fit is written in the shortest form that reads back as the same double.
+TEST(Numbers, ARealTooLongForItsFieldIsWrittenInItsShortestExactForm) {
+  const struct { double value; const char* text; } rows[] = {
+      {9e250, nullptr}, {-9e249, nullptr}, {1e251, "1e+251"}, {-1.7976931348623157e308, "-1.7976931348623157e+308"}};
+  for (const auto& row : rows) {
+    const std::string text = orvane::formatRealForField(row.value, 256).c_str();
+    EXPECT_EQ(text, row.text != nullptr ? row.text : formatReal3(row.value).c_str());
+    EXPECT_LE(text.size(), 255u);
+    if (row.text != nullptr) { EXPECT_EQ(readReal(text.c_str()), row.value); }
+  }
+}
+
+// LOCPATH points at a German locale made at build time; without it the test cannot run.
+TEST(Numbers, IgnoreTheHostLocale) {
+  const std::string previous = std::setlocale(LC_ALL, nullptr);
+  if (std::setlocale(LC_ALL, "de_DE.UTF-8") == nullptr) GTEST_SKIP() << "no de_DE.UTF-8 locale";
+  char printed[32];
+  std::snprintf(printed, sizeof printed, "%.3f", 1.5);
+  EXPECT_STREQ(printed, "1,500");  // the locale is really in force
+  EXPECT_STREQ(formatReal3(1.23456).c_str(), "1.235");
+  EXPECT_DOUBLE_EQ(readReal("2.75"), 2.75);
+  std::setlocale(LC_ALL, previous.c_str());
+}
+
+TEST(CopyText, CutsAtTheFieldWithoutSplittingAUtf8Character) {
+  const std::string a510(510, 'a'), a509(509, 'a'), a508(508, 'a');
+  const struct { std::size_t fieldSize; std::string text, kept; } cuts[] = {
+      {512, std::string(511, 'y'), std::string(511, 'y')},
+      {256, std::string(300, 'n'), std::string(255, 'n')},
+      {512, a510 + "\xC3\xB1", a510},                                // n-tilde over the cut
+      {512, a509 + "\xE2\x82\xAC" "z", a509},                         // euro sign over the cut
+      {512, a508 + "\xE2\x82\xAC" "z", a508 + "\xE2\x82\xAC"},        // euro sign just fitting
+      {512, a509 + "\xBA\xBA\xBA", a509 + "\xBA\xBA"},                // 1252 bytes that continue nothing
+      {512, a510 + "\xF1\xBA", a510 + "\xF1"},                        // 1252 lead byte without its sequence
+  };
+  for (const auto& cut : cuts) {
+    SCOPED_TRACE(cut.kept.substr(cut.kept.size() > 4 ? cut.kept.size() - 4 : 0));
+    char field[600];
+    std::fill(std::begin(field), std::end(field), '#');
+    orvane::copyText(field, cut.fieldSize, cut.text);
+    EXPECT_EQ(std::string(field), cut.kept);
+    EXPECT_EQ(field[cut.kept.size() + 1], '#');  // nothing written past the terminator
+  }
+}
+
+TEST(NameComparison, FoldsOnlyAsciiLettersAndOrdersAsLowerCaseBytes) {
+  const struct { const char *a, *b; int sign; } pairs[] = {
+      {"Pset_WallCommon", "PSET_WALLCOMMON", 0},
+      {"\xD1", "\xF1", -1},          // 1252 "Ñ" / "ñ" stay apart
+      {"\xC3\x91", "\xC3\xB1", -1},  // UTF-8 "Ñ" / "ñ" too
+      {"Pset_A", "PsetB", -1},       // "_" (0x5F) folds before every letter, as _stricmp
+      {"Alfa", "alpha", -1},
+      {"Muro", "muros", -1},         // a prefix first
+      {"\xE1rbol", "zeta", 1},       // bytes above 127 after ASCII
+  };
+  const auto sign = [](int v) { return (v > 0) - (v < 0); };
+  for (const auto& pair : pairs) {
+    SCOPED_TRACE(std::string(pair.a) + " / " + pair.b);
+    EXPECT_EQ(sign(orvane::compareNoCase(pair.a, pair.b)), pair.sign);
+    EXPECT_EQ(sign(orvane::compareNoCase(pair.b, pair.a)), -pair.sign);
+    EXPECT_EQ(orvane::equalsNoCase(pair.a, pair.b), pair.sign == 0);
+  }
+}
+
+// The one record of a document holding one set with one member, as a line of its fields.
+std::string fields(const CIfcProyectPSet& doc) {
+  if (doc.propertySets.size() != 1 || doc.propertySets[0].properties.size() != 1) return "(not one property)";
+  const CIfcPropertyName& p = doc.propertySets[0].properties[0];
+  static const char* const types[] = {"Integer", "Real", "String", "Enumerated", "Boolean", "DateTime"};
+  std::ostringstream out;
+  out << (p.valueType >= 0 && p.valueType < 6 ? types[p.valueType] : "?") << " " << p.intValue << " " << p.realValue
+      << " '" << p.textValue << "' '" << p.enumName << "' unit " << p.unit << (p.optional ? " optional" : "") << " '"
+      << p.description << "' '" << p.rule << "'";
+  return out.str();
+}
+
+std::string fields(const CIfcProyectQSet& doc) {
+  if (doc.quantitySets.size() != 1 || doc.quantitySets[0].quantities.size() != 1) return "(not one quantity)";
+  const CIfcQuantityName& q = doc.quantitySets[0].quantities[0];
+  std::ostringstream out;
+  out << q.measureType << (q.exported ? " exported " : " ") << q.value << " '" << q.description << "'";
+  return out.str();
+}
+
+// Loads each file (one record) and compares the record's fields; none of them shows a message.
+template <class Document>
+void expectRecords(const std::vector<std::pair<std::string, std::string>>& rows) {
+  TempDir dir;
+  MessageRecorder messages;
+  for (const auto& [file, expected] : rows) {
+    SCOPED_TRACE(expected);
+    EXPECT_EQ(fields(load<Document>(dir, file)), expected);
+  }
+  EXPECT_TRUE(messages.messages().empty());
+}
+
+std::string withProperty(const std::string& type, const std::string& value,
+                         const std::string& attributes = "Optional=\"No\" Unit=\"\" Rule=\"\"") {
+  return psetFile("", propertySet("S", property("P", type, value, attributes)));
+}
+
+std::string withQuantity(const std::string& attributes, const std::string& value) {
+  return qsetFile("", "", "<QuantitySet Name=\"S\" Description=\"\" typeZep=\"\"><QuantityName Name=\"A\" " +
+                              attributes + "><Description>d</Description>" + value + "</QuantityName></QuantitySet>");
+}
+
+TEST(Records, ElementsFillTheirFields) {
+  const std::string rest = "'' unit 0 'd' ''";
+  expectRecords<CIfcProyectPSet>({
+      // Type words in any case; any other word names an enumerated type.
+      {withProperty("iNTEGER", "3"), "Integer 3 0 '' " + rest},
+      {withProperty("real", "2.5"), "Real 0 2.5 '' " + rest},
+      {withProperty("string", std::string(900, 'v')), "String 0 0 '" + std::string(511, 'v') + "' " + rest},
+      {withProperty("datetime", "2026-11-21"), "DateTime 0 0 '2026-11-21' " + rest},
+      {withProperty("Colores", "Rojo"), "Enumerated 0 0 'Rojo' 'Colores' unit 0 'd' ''"},
+      // A Boolean is 1 only for "yes", in any case.
+      {withProperty("boolean", "yEs"), "Boolean 1 0 '' " + rest},
+      {withProperty("Boolean", "1"), "Boolean 0 0 '' " + rest},
+      // Integer and Real keep host variable references as text.
+      {withProperty("Integer", "$ANCHO"), "Integer 0 0 '$ANCHO' " + rest},
+      {withProperty("Real", "Eje.Cota$"), "Real 0 0 'Eje.Cota$' " + rest},
+      // Optional only for "Yes" in any case; units found ignoring case, an unknown or missing one is none.
+      {withProperty("String", "1", "Optional=\"yES\" Unit=\"\" Rule=\"\""), "String 0 0 '1' '' unit 0 optional 'd' ''"},
+      {withProperty("String", "1", "Optional=\"true\" Unit=\"M2\" Rule=\"\""), "String 0 0 '1' '' unit 2 'd' ''"},
+      {withProperty("String", "1", "Optional=\"No\" Unit=\"\xBA" "c\" Rule=\"\""), "String 0 0 '1' '' unit 4 'd' ''"},
+      {withProperty("String", "1", "Optional=\"No\" Unit=\"km\" Rule=\"\""), "String 0 0 '1' " + rest},
+      {withProperty("String", "1", "Optional=\"No\" Rule=\"\""), "String 0 0 '1' " + rest},
+      {psetFile("", propertySet("S", "<PropertyName Name=\"A\" Optional=\"No\" Rule=\"r\" Type=\"Real\"><Description/>"
+                                     "<Value></Value></PropertyName>")),
+       "Real 0 0 '' '' unit 0 '' 'r'"},
+  });
+  expectRecords<CIfcProyectQSet>({
+      {withQuantity("Export=\"yEs\" TypeQuorsel=\"ifcareameasure\"", "<Value>1</Value>"), "1 exported 1 'd'"},
+      {withQuantity("Export=\"true\" TypeQuorsel=\"IfcVolumeMeasure\"", "<Value>12,5</Value>"), "2 12 'd'"},
+      {withQuantity("Export=\"No\" TypeQuorsel=\"IfcMassMeasure\"", "<Value/>"), "0 0 'd'"},  // an unknown kind: length
+      {withQuantity("Export=\"No\"", "<Value>2</Value>"), "0 2 'd'"},  // so is none, as a save writes kind 7
+  });
+}
+
+// Every type's value as written is in the golden file; these are the values it has no room for.
+TEST(Records, WrittenValuesAndWhatIsNotWritten) {
+  TempDir dir;
+  const struct { int32_t type, whole; const char *text, *written; } rows[] = {
+      {PropertyBoolean, 2, "", "<Value>No</Value>"},  // only 1 means yes
+      // A numeric property's text is printed as a format, any other's is not.
+      {PropertyInteger, 0, "Eje.100%%$", "<Value>Eje.100%$</Value>"},
+      {PropertyString, 0, "Eje.100%%$", "<Value>Eje.100%%$</Value>"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.written);
+    CIfcProyectPSet doc;
+    CIfcPropertyName& p = doc.propertySets.emplace_back().properties.emplace_back();
+    p.valueType = row.type;
+    p.intValue = row.whole;
+    orvane::copyText(p.textValue, row.text);
+    ASSERT_EQ(doc.graba(dir.file("out.xml").c_str()), 1);
+    EXPECT_NE(readBytes(dir.file("out.xml")).find(row.written), std::string::npos);
+  }
+  // A type without values is written so that it reads back; the editors' selection is not written.
+  CIfcProyectPSet doc;
+  doc.enums.emplace_back();
+  doc.propertySets.emplace_back().selected = true;
+  EXPECT_EQ(roundTrip(dir, doc).enums.size(), 1u);
+  EXPECT_EQ(readBytes(dir.file("round.xml")).find("elected"), std::string::npos);
+  // A quantity kind outside the three is written without one.
+  CIfcProyectQSet quantities;
+  quantities.quantitySets.emplace_back().quantities.emplace_back().measureType = 7;
+  EXPECT_EQ(roundTrip(dir, quantities).quantitySets.at(0).quantities.at(0).measureType, LengthMeasure);
+  EXPECT_EQ(readBytes(dir.file("round.xml")).find("TypeQuorsel"), std::string::npos);
+}
+
+// A file as the document it loads: lee's result, what the document holds and the messages shown.
+struct LoadRow {
+  const char* what;
+  std::string file;
+  int result;
+  Outline holds;
+  std::vector<std::string> messages;
+};
+
+template <class Document>
+void expectLoads(const std::vector<LoadRow>& rows) {
+  TempDir dir;
+  for (const LoadRow& row : rows) {
+    SCOPED_TRACE(row.what);
+    MessageRecorder shown;
+    int result = -1;
+    const Document doc = load<Document>(dir, row.file, &result);
+    EXPECT_EQ(result, row.result);
+    EXPECT_EQ(outline(doc), row.holds);
+    EXPECT_EQ(shown.messages(), row.messages);
+  }
+}
+
+TEST(Documents, PropertySetFilesLoadAs) {
+  const std::string noRule =
+      "<PropertyName Name=\"A\" Optional=\"No\" Type=\"String\"><Description/><Value/></PropertyName>";
+  const std::string noValue =
+      "<PropertyName Name=\"B\" Optional=\"No\" Rule=\"\" Type=\"String\"><Description/></PropertyName>";
+  const std::string noName =
+      "<PropertyName Optional=\"No\" Rule=\"\" Type=\"String\"><Description/><Value/></PropertyName>";
+  const std::string propertyError = "Error lectura XML. CIfcPropertyName", enumError = "Error lectura XML. CIfcEnum";
+  const std::string emptyType = "<TypeEnum Name=\"B\" Description=\"\"><Elements/></TypeEnum>";
+  expectLoads<CIfcProyectPSet>({
+      {"the root alone", "<PropertySetsBIM/>", 1, {}, {}},
+      {"another root", "<?xml version=\"1.0\"?><QuantitiesSetQuorsel/>", 0, {}, {"Error lectura XML. CIfcProyectPSet"}},
+      {"sets and types sorted by name ignoring case",
+       psetFile("<TypeEnum Name=\"zona\" Description=\"\"><Elements/></TypeEnum>" + emptyType,
+                propertySet("beta") + propertySet("Alfa") + propertySet("alpha")),
+       1, {"type B:", "type zona:", "set Alfa:", "set alpha:", "set beta:"}, {}},
+      {"relations in file order; one missing a name left out silently",
+       psetFile("", "",
+                "<RelationIfcElementWithPSet PSet=\"Z\" Object=\"IfcWall\"/><RelationIfcElementWithPSet PSet=\"Q\"/>"
+                "<RelationIfcElementWithPSet PSet=\"A\" Object=\"IfcSlab\"/>"),
+       1, {"relation Z IfcWall", "relation A IfcSlab"}, {}},
+      {"enumerated values keep codes (no digits: 0) and order",
+       psetFile("<TypeEnum Name=\"Colores\" Description=\"c\"><Elements><Element Value=\"7\">Rojo</Element>"
+                "<Element Value=\"x\">Azul</Element><Element Value=\"-2\">Verde</Element></Elements></TypeEnum>", ""),
+       1, {"type Colores: 7 Rojo, 0 Azul, -2 Verde,"}, {}},
+      {"a property missing a required part is left out with its message",
+       psetFile("", propertySet("S", noRule + property("Ok", "String", "v") + noValue + noName)),
+       1, {"set S: Ok,"}, {propertyError, propertyError, propertyError}},
+      {"a set missing its description ends the reading of sets",
+       psetFile("", propertySet("A") + "<PropertySet Name=\"B\"/>" + propertySet("C")), 1, {"set A:"},
+       {"Error lectura XML. CIfcPropertySet"}},
+      {"a type missing its elements ends the reading of types",
+       psetFile("<TypeEnum Name=\"A\" Description=\"\"/>" + emptyType, ""), 1, {}, {enumError}},
+      {"a value with an empty literal fails its type, and the reading of types ends there",
+       psetFile("<TypeEnum Name=\"A\" Description=\"\"><Elements><Element Value=\"0\"/></Elements></TypeEnum>" +
+                    emptyType,
+                ""),
+       1, {}, {enumError}},
+  });
+}
+
+std::string emptySet(const std::string& name) {
+  return "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"\"/>";
+}
+
+// A quantity-set file always loads with 1.
+TEST(Documents, QuantitySetFilesLoadAs) {
+  const std::string area =
+      " TypeQuorsel=\"IfcAreaMeasure\"><Description>d</Description><Value>1</Value></QuantityName>";
+  const std::string quantityError = "Error lectura XML. CIfcQuantityName";
+  expectLoads<CIfcProyectQSet>({
+      {"another root reads as empty, without a message", psetFile("", propertySet("A")), 1, {}, {}},
+      {"missing lists read as empty",
+       "<QuantitiesSetQuorsel><QuantitiesSet>" + emptySet("S") + "</QuantitiesSet></QuantitiesSetQuorsel>", 1,
+       {"set S:"}, {}},
+      {"sets sorted by name, types and objects in file order",
+       qsetFile("<TypeQuorsel>z</TypeQuorsel><TypeQuorsel>a</TypeQuorsel>",
+                "<ObjectQuorsel>Superficie</ObjectQuorsel><ObjectQuorsel>Eje</ObjectQuorsel>",
+                emptySet("b") + emptySet("A") + emptySet("c")),
+       1, {"type z", "type a", "object Superficie", "object Eje", "set A:", "set b:", "set c:"}, {}},
+      {"a quantity missing a required part is left out with its message",
+       qsetFile("", "", "<QuantitySet Name=\"S\" Description=\"\" typeZep=\"\"><QuantityName Name=\"A\"" + area +
+                            "<QuantityName Name=\"B\" Export=\"Yes\"><Description/></QuantityName>"
+                            "<QuantityName Name=\"C\" Export=\"No\"" + area + "</QuantitySet>"),
+       1, {"set S: C,"}, {quantityError, quantityError}},
+      {"a set missing an attribute ends the reading of sets",
+       qsetFile("", "", emptySet("A") + "<QuantitySet Name=\"B\" Description=\"\"/>" + emptySet("C")), 1, {"set A:"},
+       {"Error lectura XML. CIfcQuantitySet"}},
+      {"a type or object without text ends its list only",
+       qsetFile("<TypeQuorsel>IfcLengthMeasure</TypeQuorsel><TypeQuorsel/><TypeQuorsel>IfcVolumeMeasure</TypeQuorsel>",
+                "<ObjectQuorsel>Eje</ObjectQuorsel><ObjectQuorsel></ObjectQuorsel><ObjectQuorsel>Muro</ObjectQuorsel>",
+                emptySet("S")),
+       1, {"type IfcLengthMeasure", "object Eje", "set S:"},
+       {"Error lectura XML. CIfcType", "Error lectura XML. CIfcObject"}},
+  });
+}
+
+// Both documents as whole files, as a typed table: golden bytes, the empty document, loads that add
+// to a document, malformed files and unusable paths (0 without a message, the document unchanged,
+// never a crash), and saves to paths that name no regular file (1, nothing there changed).
+
+template <class Document>
+constexpr bool kIsPset = std::is_same_v<Document, CIfcProyectPSet>;
+
+template <class Document>
+std::string withSetNamed(const std::string& name) {
+  if constexpr (kIsPset<Document>)
+    return psetFile("", propertySet(name, property("p", "String", "v")),
+                    "<RelationIfcElementWithPSet PSet=\"" + name + "\" Object=\"IfcWall\"/>");
+  else
+    return qsetFile("", "", "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"\"/>");
+}
+
+// The document's root holding elements nested `depth` deep.
+template <class Document>
+std::string nested(int depth) {
+  const std::string root = kIsPset<Document> ? "PropertySetsBIM" : "QuantitiesSetQuorsel";
+  std::string open = "<" + root + ">", close = "</" + root + ">";
+  for (int i = 0; i < depth; ++i) open += "<a>", close = "</a>" + close;
+  return open + close;
+}
+
+// The bytes as UTF-16, each byte taken as one character.
+std::string utf16(const std::string& text, bool bigEndian) {
+  std::string out;
+  for (char c : text) out += bigEndian ? std::string{'\0', c} : std::string{c, '\0'};
+  return out;
+}
+
+enum class Outcome { kNotXml, kNoRoot, kLoads };
+
+template <class Document>
+class DocumentFiles : public ::testing::Test {
+ protected:
+  // Reads `path` into a document that already holds a set, which a failed read must leave alone. A
+  // well-formed file without the document's root is a read failure with the document's message for
+  // property sets, and an empty document for quantity sets.
+  void expectOutcome(const char* path, Outcome outcome) {
+    MessageRecorder messages;
+    Document doc;
+    addSet(doc, "Previo");
+    const int result = doc.lee(path);
+    const bool failedRoot = outcome == Outcome::kNoRoot && kIsPset<Document>;
+    EXPECT_EQ(result, outcome == Outcome::kLoads || (outcome == Outcome::kNoRoot && !failedRoot) ? 1 : 0);
+    EXPECT_EQ(messages.messages(),
+              failedRoot ? std::vector<std::string>{"Error lectura XML. CIfcProyectPSet"} : std::vector<std::string>{});
+    if (outcome != Outcome::kLoads) { EXPECT_EQ(setNames(doc), std::vector<std::string>{"Previo"}); }
+  }
+
+  std::string write(const std::string& xml) { return dir.write("in.xml", xml); }
+
+  TempDir dir;
+};
+
+TYPED_TEST_SUITE(DocumentFiles, DocumentTypes);
+
+// With a golden file made from a document of one of everything, a read or a write that lost or
+// changed a field would show here. ORVANE_UPDATE_GOLDEN=1 rewrites it from what a save now gives.
+TYPED_TEST(DocumentFiles, TheGoldenFileLoadsAndSavesAsItWas) {
+  const char* golden = kIsPset<TypeParam> ? "pset_small.xml" : "qset_small.xml";
+  MessageRecorder messages;
+  TypeParam doc;
+  ASSERT_EQ(doc.lee((std::string(ORVANE_TEST_DATA) + "/golden/" + golden).c_str()), 1);
+  ASSERT_EQ(doc.graba(this->dir.file("again.xml").c_str()), 1);
+  expectGolden(this->dir.file("again.xml"), golden);
+  EXPECT_TRUE(messages.messages().empty());
+  TypeParam empty;
+  empty.graba(this->dir.file("empty.xml").c_str());
+  EXPECT_EQ(readBytes(this->dir.file("empty.xml")),  // every list, even empty
+            kIsPset<TypeParam> ? "<?xml version=\"1.0\" encoding=\"UTF8\"?>\r\n<PropertySetsBIM>\r\n    <TypesEnum/>\r\n"
+                                 "    <PropertiesSet/>\r\n    <RelationsIfcElementWithPSet/>\r\n</PropertySetsBIM>\r\n"
+                               : "<?xml version=\"1.0\"?>\r\n<QuantitiesSetQuorsel>\r\n    <TypesQuorsel/>\r\n"
+                                 "    <ObjectsQuorsel/>\r\n    <QuantitiesSet/>\r\n</QuantitiesSetQuorsel>\r\n");
+}
+
+TYPED_TEST(DocumentFiles, ALoadAddsToTheDocumentAndSortsOldAndNewTogether) {
+  TypeParam doc;
+  for (const char* name : {"M", "a", "M"}) ASSERT_EQ(doc.lee(this->write(withSetNamed<TypeParam>(name)).c_str()), 1);
+  EXPECT_EQ(setNames(doc), (std::vector<std::string>{"a", "M", "M"}));
+  if constexpr (kIsPset<TypeParam>) { EXPECT_EQ(doc.relations.size(), 3u); }
+}
+
+TYPED_TEST(DocumentFiles, MalformedFilesGiveTheirResultAndMessage) {
+  const std::string valid = withSetNamed<TypeParam>("Muros");
+  const struct { const char* name; std::string bytes; Outcome outcome; } rows[] = {
+      {"an empty file", "", Outcome::kNotXml},
+      {"a byte-order mark alone", "\xEF\xBB\xBF", Outcome::kNotXml},
+      {"text that is no XML", "Muros;Altura;Real\n", Outcome::kNotXml},
+      {"a NUL byte inside", valid.substr(0, 60) + std::string(1, '\0') + valid.substr(60), Outcome::kNotXml},
+      {"nesting deeper than the XML library allows", nested<TypeParam>(120), Outcome::kNotXml},
+      {"UTF-16 with its byte-order mark", "\xFF\xFE" + utf16(valid, false), Outcome::kNotXml},
+      {"UTF-16 without byte-order mark", utf16(valid, false), Outcome::kNotXml},
+      {"UTF-16 big-endian", "\xFE\xFF" + utf16(valid, true), Outcome::kNotXml},
+      {"a declaration alone", "<?xml version=\"1.0\"?>\n", Outcome::kNoRoot},
+      {"nesting the XML library still allows", nested<TypeParam>(90), Outcome::kLoads},
+      {"a byte-order mark before the document", "\xEF\xBB\xBF" + valid, Outcome::kLoads},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.name);
+    this->expectOutcome(this->write(row.bytes).c_str(), row.outcome);
+  }
+}
+
+// A saved document cut anywhere: inside the declaration it is no XML; right after it, only blanks
+// follow, which parses as a file without root; inside the root it is no XML again until its end tag.
+TYPED_TEST(DocumentFiles, EveryPrefixOfASavedDocumentGivesItsResult) {
+  TypeParam saved;
+  ASSERT_EQ(saved.lee(this->write(withSetNamed<TypeParam>("Muros")).c_str()), 1);
+  saved.graba(this->dir.file("full.xml").c_str());
+  const std::string bytes = readBytes(this->dir.file("full.xml"));
+  const std::size_t declarationEnd = bytes.find("?>") + 2, rootStart = bytes.find('<', declarationEnd);
+  for (std::size_t length = 0; length <= bytes.size(); ++length) {
+    SCOPED_TRACE(testing::Message() << "prefix of " << length << " bytes: " << bytes.substr(0, length));
+    Outcome outcome = Outcome::kNotXml;
+    if (length >= declarationEnd && length <= rootStart) outcome = Outcome::kNoRoot;
+    if (length > bytes.rfind('>')) outcome = Outcome::kLoads;
+    this->expectOutcome(this->write(bytes.substr(0, length)).c_str(), outcome);
+    if (::testing::Test::HasFailure()) return;
+  }
+}
+
+// A name past its field is cut on load and saved cut; invalid UTF-8 passes through unchanged; a
+// carriage return, which XML reads back as a line feed unless written as a reference, survives.
+TYPED_TEST(DocumentFiles, OddNamesLoadAndSaveAsTheyWereRead) {
+  const std::string invalidUtf8 = "\xC3\x28\xFF\xFE\xED\xA0\x80\xC0\xAF";
+  const struct { std::string inFile, loaded; } rows[] = {
+      {invalidUtf8, invalidUtf8},
+      {std::string(1 << 20, 'n'), std::string(kTextFieldSize - 1, 'n')},
+      {"l\xC3\xADnea 1&#13;&#10;l\xC3\xADnea 2&#13;fin&#10;", "l\xC3\xADnea 1\r\nl\xC3\xADnea 2\rfin\n"}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.loaded.substr(0, 20));
+    MessageRecorder messages;
+    TypeParam doc;
+    ASSERT_EQ(doc.lee(this->write(withSetNamed<TypeParam>(row.inFile)).c_str()), 1);
+    ASSERT_EQ(setNames(doc), std::vector<std::string>{row.loaded});
+    doc.graba(this->dir.file("out.xml").c_str());
+    EXPECT_LT(fs::file_size(this->dir.file("out.xml")), 2000u);
+    TypeParam again;
+    ASSERT_EQ(again.lee(this->dir.file("out.xml").c_str()), 1);
+    EXPECT_EQ(setNames(again), std::vector<std::string>{row.loaded});
+    EXPECT_EQ(messages.messages(), std::vector<std::string>{});
+  }
+}
+
+// A read gives 0 without a message, a save 1 changing nothing there: renaming over a folder or a
+// device would destroy it, and a FIFO would block an ordinary open until some writer came.
+TYPED_TEST(DocumentFiles, PathsThatNameNoRegularFileAreNeitherReadNorReplaced) {
+  const std::string folder = this->dir.file("folder"), withSlash = folder + "/", fifo = this->dir.file("pipe.xml");
+  const std::string missingFolder = this->dir.file("no/such/folder/doc.xml"), missingFile = this->dir.file("none.xml");
+  fs::create_directory(folder);
+  ASSERT_EQ(::mkfifo(fifo.c_str(), 0600), 0);
+  TypeParam doc;
+  addSet(doc, "Muros");
+  const struct { const char* path; bool alsoSaved; } rows[] = {
+      {missingFile.c_str(), false}, {fifo.c_str(), false}, {folder.c_str(), true}, {withSlash.c_str(), true},
+      {missingFolder.c_str(), true}, {"/dev/null", true}, {"", true}, {nullptr, true}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.path != nullptr ? row.path : "(null)");
+    this->expectOutcome(row.path, Outcome::kNotXml);
+    if (row.alsoSaved) { EXPECT_EQ(doc.graba(row.path), 1); }
+  }
+  EXPECT_TRUE(fs::is_empty(folder));
+  EXPECT_EQ(this->dir.names(), (std::set<std::string>{"folder", "pipe.xml"}));
+  EXPECT_TRUE(fs::is_character_file("/dev/null")) << "/dev/null was replaced";
+  EXPECT_FALSE(fs::exists("/dev/null.bak"));
+}
+
+}  // namespace
