@@ -18,6 +18,7 @@
 #include <filesystem>
 #include <map>
 #include <random>
+#include <regex>
 #include <set>
 #include <string>
 #include <thread>
@@ -238,6 +239,7 @@ struct Faults {
   int error = 0;
   std::size_t maxWrite = SIZE_MAX;      // larger writes are cut short
   bool interrupt = false, interruptNow = false;  // every other read and write first fails with EINTR
+  bool noUnnamedFiles = false;                   // a file system without O_TMPFILE
   std::vector<Call> calls;
   std::map<int, std::string> open;  // descriptor -> file
 } faults;
@@ -264,7 +266,9 @@ std::string fileOf(int fd) { return faults.open.count(fd) != 0 ? faults.open[fd]
 
 constexpr orvane::FileSystem kCountingCalls{
     [](const char* path, int flags, mode_t mode) {  // an unnamed temporary file is opened on its folder
-      if (failsNow((flags & O_TMPFILE) == O_TMPFILE ? "opentmp" : "open", path)) return -1;
+      const bool unnamed = (flags & O_TMPFILE) == O_TMPFILE;
+      if (failsNow(unnamed ? "opentmp" : "open", path)) return -1;
+      if (unnamed && faults.noUnnamedFiles) return errno = EOPNOTSUPP, -1;
       const int fd = real().open(path, flags, mode);
       if (fd >= 0) faults.open[fd] = path;
       return fd;
@@ -413,6 +417,20 @@ TYPED_TEST(FileCallsFailing, ShortAndInterruptedWritesAndReadsAreCompleted) {
   TypeParam loaded;
   EXPECT_EQ(loaded.lee(this->path.c_str()), 1);
   EXPECT_EQ(setNames(loaded), std::vector<std::string>{"Nuevo"});
+}
+
+// Without unnamed files the new document goes through a hidden named one, gone once it is renamed.
+TYPED_TEST(FileCallsFailing, AFileSystemWithoutUnnamedFilesGetsANamedTemporaryFile) {
+  this->putOldFiles();
+  FaultyFileSystem named;
+  faults.noUnnamedFiles = true;
+  EXPECT_EQ(this->newDocument.graba(this->path.c_str()), 1);
+  EXPECT_EQ(readBytes(this->path), this->newBytes);
+  EXPECT_EQ(readBytes(this->backup), this->oldBytes);
+  EXPECT_EQ(this->dir.names(), (std::set<std::string>{"doc.xml", "doc.xml.bak"}));
+  EXPECT_TRUE(std::any_of(faults.calls.begin(), faults.calls.end(), [](const Call& call) {
+    return call.operation == "open" && std::regex_search(call.path, std::regex("/\\.doc\\.xml\\.[0-9]+-[0-9]+\\.tmp$"));
+  }));
 }
 
 TYPED_TEST(FileCallsFailing, AFailingReadGivesZeroWithoutMessageAndKeepsTheDocument) {
