@@ -1,7 +1,11 @@
-// The list and form views. The dialogs' rules are the editors' own; a view adds the wiring of its
-// lists, buttons, edits and drop-downs to the dialog, and the keys of its lists.
+// The views. The dialogs' rules are the editors' own; a view adds the wiring of its lists, buttons,
+// edits and drop-downs to the dialog, and the keys of its lists. The assignment editors' value grid
+// adds in-place edits, drop-down cells limited to their choices, read-only cells, the header drawn
+// grey, columns that fill the width, and the current cell kept across the rebuild each edit causes.
+#include <QAccessible>
 #include <QCheckBox>
 #include <QHeaderView>
+#include <QImage>
 #include <QRadioButton>
 #include <cstdio>
 #include <cstring>
@@ -49,6 +53,8 @@ TEST_F(SetListView, TheMouseEditsImportsAndChoosesTheRowsToSave) {
   writeBytes(dir.file("importar.csv"), "Puertas;Ancho;Ancho de paso;Real;0.9\n");
   services.pickedFiles = {u(dir.file("importar.csv").c_str())};
   open(view, logic);
+  QAccessible::queryAccessibleInterface(sets())->tableInterface()->selectRow(2);  // as an assistive technology does
+  EXPECT_EQ(logic.currentRow, 2);
   whenDialogOpens<PropertiesOfSetView>([](PropertiesOfSetView& set) {
     whenDialogOpens<PropertyDataView>([](PropertyDataView& data) { EXPECT_EQ(look(data, "nameEdit"), "Alto"); });
     doubleClickRow(child<ReportList>(set, "properties"), 0, Qt::RightButton);
@@ -74,40 +80,31 @@ TEST_F(SetListView, TheMouseEditsImportsAndChoosesTheRowsToSave) {
 
 // The keys of a list, on the first row reached with End then Home: Enter and F2 edit it, Insert
 // inserts, Delete asks first and leaves the same row selected; none ends the dialog, Tab leaves.
-struct ListKey {
-  Qt::Key key;
-  const char* opened;  // the name the set editor opened with; null for Delete
-};
-void PrintTo(const ListKey& c, std::ostream* out) { *out << "key 0x" << std::hex << c.key; }
-
-class SetListKeys : public SetListView, public ::testing::WithParamInterface<ListKey> {};
-
-TEST_P(SetListKeys, ActOnTheRowReachedAndLeaveTheDialogOpen) {
-  const ListKey& c = GetParam();
+TEST_F(SetListView, KeysActOnTheRowReachedAndLeaveTheDialogOpen) {
   services.answers = {true};
   open(view, logic);
   QApplication::setActiveWindow(&view);
-  sets()->setFocus();
-  QTest::keyClick(sets(), Qt::Key_End);
-  EXPECT_EQ(logic.currentRow, 2);
-  QTest::keyClick(sets(), Qt::Key_Home);
-  QString opened;
-  if (c.opened != nullptr)
-    whenDialogOpens<PropertiesOfSetView>(
-        [&](PropertiesOfSetView& set) { opened = child<QLineEdit>(set, "nameEdit")->text(); });
-  QTest::keyClick(sets(), c.key);
-  EXPECT_EQ(opened, c.opened != nullptr ? c.opened : "");
-  EXPECT_EQ(services.questions.size(), c.opened == nullptr ? 1u : 0u);
-  EXPECT_EQ(sets()->rowCount(), c.opened == nullptr ? 2 : 3);
-  EXPECT_EQ(sets()->selectedRows(), std::vector<int>{0});
-  EXPECT_FALSE(logic.ended());
-  QTest::keyClick(sets(), Qt::Key_Tab);
-  EXPECT_NE(QApplication::focusWidget(), sets());
+  // The key, the name the set editor opens with ("-" for none), the rows left.
+  for (auto [key, opened, rows] : {std::tuple{Qt::Key_Return, "Losas", 3}, {Qt::Key_F2, "Losas", 3},
+                                   {Qt::Key_Insert, "", 3}, {Qt::Key_Delete, "-", 2}}) {
+    SCOPED_TRACE(key);
+    sets()->setFocus();
+    QTest::keyClick(sets(), Qt::Key_End);
+    EXPECT_EQ(logic.currentRow, 2);
+    QTest::keyClick(sets(), Qt::Key_Home);
+    QString name = "-";
+    if (key != Qt::Key_Delete)
+      whenDialogOpens<PropertiesOfSetView>([&](PropertiesOfSetView& set) { name = look(set, "nameEdit").c_str(); });
+    QTest::keyClick(sets(), key);
+    EXPECT_EQ(name, opened);
+    EXPECT_EQ(sets()->rowCount(), rows);
+    EXPECT_EQ(sets()->selectedRows(), std::vector<int>{0});
+    EXPECT_FALSE(logic.ended());
+    QTest::keyClick(sets(), Qt::Key_Tab);
+    EXPECT_NE(QApplication::focusWidget(), sets());
+  }
+  EXPECT_EQ(services.questions.size(), 1u);
 }
-
-INSTANTIATE_TEST_SUITE_P(Keys, SetListKeys,
-                         ::testing::Values(ListKey{Qt::Key_Return, "Losas"}, ListKey{Qt::Key_F2, "Losas"},
-                                           ListKey{Qt::Key_Insert, ""}, ListKey{Qt::Key_Delete, nullptr}));
 
 // The last variable of each line keeps its line feed, so the lines end with a spare one.
 CConjuntoVariableZep catalogue(const char* text) {
@@ -179,7 +176,10 @@ TEST_F(UiTest, TheValueChooserOpensOnAReferenceAndOkTakesATypedLiteral) {
   open(view, logic);
   const QString controls = "hostVariableRadio groupCombo variableCombo valueEdit";
   EXPECT_EQ(look(view, controls), "on | Eje | Cota | !Eje.Cota$");
-  QTest::mouseClick(child<QRadioButton>(view, "literalRadio"), Qt::LeftButton);
+  QAccessibleActionInterface* literal =  // as an assistive technology does
+      QAccessible::queryAccessibleInterface(child<QRadioButton>(view, "literalRadio"))->actionInterface();
+  ASSERT_TRUE(literal->actionNames().contains(QAccessibleActionInterface::toggleAction()));
+  literal->doAction(QAccessibleActionInterface::toggleAction());
   EXPECT_EQ(look(view, controls), "off | !Eje | !Cota | Eje.Cota$");
   typeInto(view, "valueEdit", QString::fromUtf8("2,5 m²"));
   click(view, "okButton");
@@ -255,6 +255,170 @@ TEST_F(UiTest, TheQuantityEditorsPassTheLinkedElementTheKindAndTheExportMark) {
   click(view, "okButton");
   EXPECT_STREQ(logic.set.name, "Superficies");
   EXPECT_STREQ(logic.set.typeZep, "Eje");
+}
+
+// Both assignment editors: Insertar... takes the set chosen in the set list, a click on it fills the
+// grid, Borrar leaves the grid its header only.
+TEST_F(UiTest, AssignmentEditorsInsertChooseAndRemoveSets) {
+  const double hostValues[] = {10};
+  CPropiedadesObjetosIFCDlg properties(services, {makeSet("Losas", {makeProperty("Canto")})}, {}, {});
+  CCuantificadoresObjetosIFCDlg quantities(services, {makeQuantitySet("Ejes", {makeQuantity("L", LengthMeasure)})}, {},
+                                           "Eje", hostValues, 1);
+  PropertyAssignView propertyView(properties);
+  QuantityAssignView quantityView(quantities);
+  open(propertyView, properties);
+  open(quantityView, quantities);
+  for (auto [view, row] : {std::pair<QWidget*, const char*>{&propertyView, "Canto,,String,"},
+                           {&quantityView, "L,,IfcLengthMeasure,10.000"}}) {
+    whenDialogOpens<PropertiesSetView>([](PropertiesSetView& list) {
+      clickRow(child<ReportList>(list, "sets"), 0);
+      click(list, "okButton");
+    });
+    click(*view, "insertButton");
+    clickRow(child<ReportList>(*view, "sets"), 0);
+    EXPECT_EQ(look(*view, "grid"), std::string("Nombre,Descripción,Tipo,Valor: ") + row);
+    EXPECT_EQ(child<QPushButton>(*view, "excelButton")->isHidden(), view == &propertyView);
+    click(*view, "removeButton");
+    EXPECT_EQ(look(*view, "sets grid"), "Nombre,Descripción: | Nombre,Descripción,Tipo,Valor:");
+    EXPECT_FALSE(child<GridControl>(*view, "grid")->horizontalHeader()->isHidden());
+  }
+}
+
+class GridTest : public UiTest {
+ protected:
+  static CIfcPropertySet wallValues() {
+    CIfcPropertyName holes = makeProperty("Huecos", PropertyInteger), height = makeProperty("Altura", PropertyReal);
+    holes.intValue = 7;
+    height.realValue = 1;
+    CIfcPropertyName finish = makeProperty("Acabado", PropertyEnumerated, "Liso");
+    setText(finish.enumName, "acabados");
+    return makeSet("Muros", {holes, height, finish, makeProperty("Eje", PropertyString, "Eje.PK$\n")});
+  }
+  void SetUp() override {
+    UiTest::SetUp();
+    open(view, logic);
+    clickRow(child<ReportList>(view, "sets"), 0);
+    QApplication::setActiveWindow(&view);
+  }
+  QString cellText(int row, int column) { return grid()->cellIndex(row, column).data().toString(); }
+  GridControl* grid() { return child<GridControl>(view, "grid"); }
+  const char* value(int row) { return logic.assignedSets[0].properties[static_cast<std::size_t>(row - 1)].textValue; }
+  // Starts the in-place edit of a cell as the F2 key does; the editor, or null when none opened.
+  QWidget* startEdit(int row, int column) {
+    grid()->setCurrentIndex(grid()->cellIndex(row, column));
+    QTest::keyClick(grid(), Qt::Key_F2);
+    return openEditor();
+  }
+  // The in-place editor on screen, if any: closed ones are hidden until they are deleted.
+  QWidget* openEditor() {
+    for (QWidget* editor : grid()->viewport()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+      if (editor->isVisible()) return editor;
+    return nullptr;
+  }
+
+  const std::vector<CIfcPropertySet> definitions{wallValues()};
+  const std::vector<CIfcEnum> enums{makeEnum("Acabados", {{1, "Liso"}, {2, "Rugoso"}})};
+  CPropiedadesObjetosIFCDlg logic{services, definitions, enums, {wallValues()}};
+  PropertyAssignView view{logic};
+};
+
+// Names, types and host variable references are not edited in place, and show in italics.
+TEST_F(GridTest, ReadOnlyCellsOpenNoEditorAndTakeNoValue) {
+  for (auto [row, column] : {std::pair{1, 0}, {1, 2}, {4, 3}}) {
+    EXPECT_EQ(startEdit(row, column), nullptr) << row << "," << column;
+    EXPECT_TRUE(grid()->cellIndex(row, column).data(Qt::FontRole).value<QFont>().italic());
+  }
+  EXPECT_TRUE(grid()->cellIndex(1, 3).data(Qt::FontRole).isNull());
+  EXPECT_FALSE(grid()->model()->setData(grid()->cellIndex(1, 0), "Otro", Qt::EditRole));
+  EXPECT_EQ(cellText(4, 3), "Eje.PK$ ");  // a line feed kept in a value shows on one line
+}
+
+// The keys of an in-place edit, started with F2 (the text selected) or by typing: Enter commits and
+// moves down, Esc drops the edit, Tab commits and leaves the grid, whose current cell stays. Outside
+// an edit Enter moves down too; none of them reaches the dialog's default button.
+TEST_F(GridTest, KeysEndAnInPlaceEditAsTheySay) {
+  // Started by typing, the text typed, the key that ends the edit, the value shown, the current row after.
+  for (auto [typing, typed, key, shown, rowAfter] :
+       {std::tuple{false, "9", Qt::Key_Escape, "1.000", 2}, {false, "2.5", Qt::Key_Return, "2.500", 3},
+        {true, "3.5", Qt::Key_Enter, "3.500", 3}, {false, "4", Qt::Key_Tab, "4.000", 2}}) {
+    SCOPED_TRACE(typed);
+    grid()->setFocus();
+    grid()->setCurrentIndex(grid()->cellIndex(2, 3));
+    QTest::keyClick(grid(), typing ? Qt::Key(typed[0]) : Qt::Key_F2);
+    auto* editor = qobject_cast<QLineEdit*>(openEditor());
+    ASSERT_NE(editor, nullptr);
+    if (!typing) editor->selectAll();
+    QTest::keyClicks(editor, typed + (typing ? 1 : 0));
+    QTest::keyClick(editor, key);
+    settle();  // the grid is shown again once the editor has closed
+    EXPECT_EQ(cellText(2, 3), shown);
+    EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(rowAfter, 3));
+    EXPECT_EQ(grid()->isAncestorOf(QApplication::focusWidget()) || QApplication::focusWidget() == grid(),
+              key != Qt::Key_Tab);
+    QTest::keyClick(grid(), Qt::Key_Return);
+    EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(rowAfter + 1, 3));
+    QTest::keyClick(grid(), Qt::Key_Tab);
+    EXPECT_NE(QApplication::focusWidget(), grid());
+  }
+  EXPECT_FALSE(logic.ended());
+}
+
+// The arrows move through a drop-down's choices without committing; Enter commits; Alt+Down opens
+// the list, and a choice picked from it commits at once. Nothing else gets in.
+TEST_F(GridTest, ADropDownCellTakesOnlyItsChoices) {
+  auto* choices = qobject_cast<QComboBox*>(startEdit(3, 3));
+  ASSERT_NE(choices, nullptr);
+  EXPECT_FALSE(choices->isEditable());
+  EXPECT_EQ(entries(choices), (QStringList{"Liso", "Rugoso"}));
+  EXPECT_EQ(choices->currentText(), "Liso");
+  QTest::keyClick(choices, Qt::Key_Down);
+  settle();
+  EXPECT_EQ(choices->currentText(), "Rugoso");
+  EXPECT_STREQ(value(3), "Liso");
+  QTest::keyClick(choices, Qt::Key_Return);
+  settle();
+  EXPECT_STREQ(value(3), "Rugoso");
+  EXPECT_EQ(openEditor(), nullptr);
+  grid()->setCurrentIndex(grid()->cellIndex(3, 3));
+  QTest::keyClick(grid(), Qt::Key_Down, Qt::AltModifier);
+  choices = qobject_cast<QComboBox*>(openEditor());
+  ASSERT_NE(choices, nullptr);
+  EXPECT_TRUE(choices->view()->isVisible());
+  choices->setCurrentIndex(0);
+  emit choices->activated(0);
+  settle();
+  EXPECT_STREQ(value(3), "Liso");
+  EXPECT_FALSE(grid()->model()->setData(grid()->cellIndex(3, 3), "Pulido", Qt::EditRole));
+  EXPECT_FALSE(logic.ended());
+}
+
+// A reference changes only through the value chooser a double click opens.
+TEST_F(GridTest, ADoubleClickOnAValueOpensTheChooserAndItsResultIsStored) {
+  whenDialogOpens<PropertyValueView>([&](PropertyValueView& chooser) {
+    EXPECT_EQ(child<QLineEdit>(chooser, "valueEdit")->text(), "Eje.PK$\n");
+    QTest::mouseClick(child<QRadioButton>(chooser, "literalRadio"), Qt::LeftButton);
+    typeInto(chooser, "valueEdit", "Fijo");
+    click(chooser, "okButton");
+  });
+  doubleClickAt(grid()->viewport(), grid()->cellRect(4, 3).center());
+  EXPECT_STREQ(value(4), "Fijo");
+  EXPECT_NE(startEdit(4, 3), nullptr);  // no longer a reference
+}
+
+// The header is drawn in the grey the grid gives it; columns fit their texts and the last fills the rest.
+TEST_F(GridTest, TheHeaderIsGreyAndTheColumnsFillTheWidth) {
+  QHeaderView* header = grid()->horizontalHeader();
+  const QImage shot = header->grab().toImage();
+  const QPoint pastTheTitle(header->sectionViewportPosition(3) + header->sectionSize(3) * 3 / 4, header->height() / 2);
+  const QColor drawn = shot.pixelColor(pastTheTitle * shot.devicePixelRatio());
+  for (int channel : {drawn.red(), drawn.green(), drawn.blue()}) EXPECT_NEAR(channel, 160, 12);
+  for (int extra : {0, 200}) {
+    view.resize(view.width() + extra, view.height());
+    settle();
+    int total = 0;
+    for (int column = 0; column < header->count(); ++column) total += header->sectionSize(column);
+    EXPECT_NEAR(total, grid()->viewport()->width(), header->count());
+  }
 }
 
 }  // namespace
