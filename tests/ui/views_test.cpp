@@ -26,10 +26,16 @@ class SetListView : public UiTest {
   ReportList* sets() { return child<ReportList>(view, "sets"); }
 };
 
-// The host's captions, one row per set, in columns as wide as their texts and titles.
-TEST_F(SetListView, ShowsTheHostsCaptionsAndOneRowPerSetInColumnsFittedToThem) {
+// The host's captions, one row per set, in columns as wide as their texts and titles. A double click
+// edits the set, where either button's double click opens a property and its button the value lists,
+// and what was typed comes back to the list; Importar... reads the file picked. A click off the rows
+// chooses none; Ctrl+click adds rows to what "Guardar como..." records.
+TEST_F(SetListView, ShowsTheSetsAndTheMouseEditsImportsAndChoosesTheRowsToSave) {
   const char* longText = "Propiedades comunes de los muros de carga y de cerramiento";
   setText(logic.propertySets[1].description, longText);
+  TempDir dir;
+  writeBytes(dir.file("importar.csv"), "Puertas;Ancho;Ancho de paso;Real;0.9\n");
+  services.pickedFiles = {u(dir.file("importar.csv").c_str())};
   open(view, logic);
   EXPECT_EQ(look(view, "sets"), std::string("Nombre,Descripción: Losas,; Muros,") + longText + "; Ventanas,");
   const QFontMetrics text(sets()->font());
@@ -37,22 +43,6 @@ TEST_F(SetListView, ShowsTheHostsCaptionsAndOneRowPerSetInColumnsFittedToThem) {
   EXPECT_GE(sets()->columnWidth(0), text.horizontalAdvance("Ventanas"));
   EXPECT_LT(sets()->columnWidth(0), sets()->viewport()->width() / 2);  // fitted, not half the list
   EXPECT_GE(sets()->columnWidth(1), text.horizontalAdvance(longText));
-  liberaMensajes();  // a missing message file: its captions, empty ones, replace the template's all the same
-  setRutaMensajes("/nonexistent/messages.txt");
-  logic.start();
-  view.showState();
-  EXPECT_EQ((view.windowTitle() + child<QPushButton>(view, "insertButton")->text()).toStdString(), "");
-  EXPECT_EQ(look(view, "sets"), std::string(",: Losas,; Muros,") + longText + "; Ventanas,");
-}
-
-// A double click edits the set, where either button's double click opens a property and its button
-// the value lists, and what was typed comes back to the list; Importar... reads the file picked. A
-// click off the rows chooses none; Ctrl+click adds rows to what "Guardar como..." records.
-TEST_F(SetListView, TheMouseEditsImportsAndChoosesTheRowsToSave) {
-  TempDir dir;
-  writeBytes(dir.file("importar.csv"), "Puertas;Ancho;Ancho de paso;Real;0.9\n");
-  services.pickedFiles = {u(dir.file("importar.csv").c_str())};
-  open(view, logic);
   QAccessible::queryAccessibleInterface(sets())->tableInterface()->selectRow(2);  // as an assistive technology does
   EXPECT_EQ(logic.currentRow, 2);
   whenDialogOpens<PropertiesOfSetView>([](PropertiesOfSetView& set) {
@@ -76,6 +66,12 @@ TEST_F(SetListView, TheMouseEditsImportsAndChoosesTheRowsToSave) {
   EXPECT_EQ(view.result(), kDialogSaveAs);
   EXPECT_EQ(std::vector<int>(logic.selection.rows.begin(), logic.selection.rows.begin() + logic.selection.count),
             (std::vector<int>{0, 2}));
+  liberaMensajes();  // a missing message file: its captions, empty ones, replace the template's all the same
+  setRutaMensajes("/nonexistent/messages.txt");
+  logic.start();
+  view.showState();
+  EXPECT_EQ((view.windowTitle() + child<QPushButton>(view, "insertButton")->text()).toStdString(), "");
+  EXPECT_EQ(look(view, "sets"), ",: Losas,; Muros de carga,Cerramientos; Ventanas,; Puertas,");
 }
 
 // The keys of a list, on the first row reached with End then Home: Enter and F2 edit it, Insert
@@ -142,12 +138,9 @@ TEST_F(PropertyDataViewTest, TheControlsFollowTheTypeAndWhatWasTypedReachesTheRe
   choose(view, "unitCombo", 1);
   child<QCheckBox>(view, "optionalCheck")->click();
   click(view, "okButton");
-  ASSERT_EQ(logic.result(), kDialogOk);
-  EXPECT_STREQ(logic.property.name, "Espesor t\xC3\xA9rmico");
-  EXPECT_STREQ(logic.property.description, "Aislante");
-  EXPECT_DOUBLE_EQ(logic.property.realValue, 0.25);
-  EXPECT_EQ(logic.property.unit, 1);
-  EXPECT_TRUE(logic.property.optional);
+  const CIfcPropertyName& p = logic.property;
+  EXPECT_EQ(std::tuple(logic.result(), std::string(p.name), std::string(p.description), p.realValue, p.unit, p.optional),
+            std::tuple(kDialogOk, std::string("Espesor t\xC3\xA9rmico"), std::string("Aislante"), 0.25, 1, true));
 }
 
 // "..." opens the value chooser, whose result fills the default; a value list chosen opens it, and
