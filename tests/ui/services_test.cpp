@@ -88,22 +88,6 @@ TEST_F(RunModal, OpensTheViewOfEachDialogClassWithEveryControlNamedAndEndsItWith
   EXPECT_EQ(services.runModal(unknown), kDialogCancel);
 }
 
-// Typing, Tab to the next edit and Enter for the default button, as a keyboard user does.
-TEST_F(RunModal, KeyboardAloneFillsAndAcceptsADialog) {
-  CValueEnumDlg value(services, CIfcNodoEnum());
-  whenDialogOpens<ValueEnumView>([](ValueEnumView& view) {
-    QApplication::setActiveWindow(&view);
-    child<QLineEdit>(view, "codeEdit")->setFocus();
-    QTest::keyClicks(QApplication::focusWidget(), "7");
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    ASSERT_EQ(QApplication::focusWidget(), child<QLineEdit>(view, "textEdit"));
-    QTest::keyClicks(QApplication::focusWidget(), "Siete");
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
-  });
-  ASSERT_EQ(value.run(), kDialogOk);
-  EXPECT_EQ(std::tuple(value.value.value, std::string(value.value.text)), std::tuple(7, "Siete"));
-}
-
 // The set list is shown again after a save-as: its next showing must not end at the first click.
 TEST_F(RunModal, ADialogShownAgainStartsWithoutItsLastResult) {
   CPropertiesSetDlg list(services, sets, {});

@@ -183,7 +183,8 @@ TEST_F(UiTest, TheValueChooserOpensOnAReferenceAndOkTakesATypedLiteral) {
   EXPECT_STREQ(logic.value, "2,5 m\xC2\xB2");
 }
 
-// A type made through three windows; a list whose dialog has no current row (after an insert) shows
+// A type made through three windows, the last filled by the keyboard alone (typing, Tab to the next
+// edit, Enter for the default button); a list whose dialog has no current row (after an insert) shows
 // none selected.
 TEST_F(UiTest, ATypeMadeThroughThreeWindowsLandsInTheList) {
   CListEnumsDlg logic(services, {makeEnum("Colores", {{1, "Rojo"}})});
@@ -192,9 +193,13 @@ TEST_F(UiTest, ATypeMadeThroughThreeWindowsLandsInTheList) {
   whenDialogOpens<ListValuesView>([](ListValuesView& values) {
     typeInto(values, "nameEdit", "Acabados");
     whenDialogOpens<ValueEnumView>([](ValueEnumView& value) {
-      typeInto(value, "codeEdit", "2");
-      typeInto(value, "textEdit", "Barniz");
-      click(value, "okButton");
+      QApplication::setActiveWindow(&value);
+      child<QLineEdit>(value, "codeEdit")->setFocus();
+      QTest::keyClicks(QApplication::focusWidget(), "2");
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+      ASSERT_EQ(QApplication::focusWidget(), child<QLineEdit>(value, "textEdit"));
+      QTest::keyClicks(QApplication::focusWidget(), "Barniz");
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     });
     click(values, "insertButton");
     clickRow(child<ReportList>(values, "values"), 0);
