@@ -88,23 +88,6 @@ TEST_F(RunModal, OpensTheViewOfEachDialogClassWithEveryControlNamedAndEndsItWith
   EXPECT_EQ(services.runModal(unknown), kDialogCancel);
 }
 
-// The set list is shown again after a save-as: its next showing must not end at the first click.
-TEST_F(RunModal, ADialogShownAgainStartsWithoutItsLastResult) {
-  CPropertiesSetDlg list(services, sets, {});
-  whenDialogOpens<PropertiesSetView>([](PropertiesSetView& view) {
-    clickRow(child<ReportList>(view, "sets"), 0);
-    click(view, "saveAsButton");
-  });
-  EXPECT_EQ(list.run(), kDialogSaveAs);
-  whenDialogOpens<PropertiesSetView>([&](PropertiesSetView& view) {
-    whenDialogOpens<PropertiesOfSetView>([](PropertiesOfSetView&) {});
-    click(view, "insertButton");
-    EXPECT_TRUE(view.isVisible());
-    click(view, "okButton");
-  });
-  EXPECT_EQ(list.run(), kDialogOk);
-}
-
 // A refusal comes with a warning, a report of work done with the information icon, and a question
 // with No as the default so that Enter alone deletes nothing; inside an editor session Qt's own
 // buttons speak Spanish, and outside it they no longer do.

@@ -64,6 +64,13 @@ TEST_F(SetListView, ShowsTheSetsAndTheMouseEditsImportsAndChoosesTheRowsToSave) 
   EXPECT_EQ(view.result(), kDialogSaveAs);
   EXPECT_EQ(std::vector<int>(logic.selection.rows.begin(), logic.selection.rows.begin() + logic.selection.count),
             (std::vector<int>{0, 2}));
+  whenDialogOpens<PropertiesSetView>([](PropertiesSetView& again) {  // shown again, it must not end at the first click
+    whenDialogOpens<PropertiesOfSetView>([](PropertiesOfSetView&) {});
+    click(again, "insertButton");
+    EXPECT_TRUE(again.isVisible());
+    click(again, "okButton");
+  });
+  EXPECT_EQ(logic.run(), kDialogOk);
   liberaMensajes();  // a missing message file: its captions, empty ones, replace the template's all the same
   setRutaMensajes("/nonexistent/messages.txt");
   logic.start();
