@@ -140,10 +140,7 @@ TEST_F(UiTest, TheFilePickersShowTheFiltersAndGiveTheChosenFileOrNone) {
     static_cast<QDialog&>(picker).accept();  // QFileDialog's own accept is protected
   });
   EXPECT_EQ(screen.pickFileToOpen(csv), path.toStdU16String());
-  whenDialogOpens<QFileDialog>([](QFileDialog& picker) {
-    EXPECT_EQ(picker.acceptMode(), QFileDialog::AcceptSave);
-    picker.reject();
-  });
+  whenDialogOpens<QFileDialog>([](QFileDialog& picker) { EXPECT_EQ(picker.acceptMode(), QFileDialog::AcceptSave); });
   EXPECT_FALSE(screen.pickFileToSave(csv).has_value());
 }
 
