@@ -24,8 +24,8 @@ class OffscreenApplication : public ::testing::Environment {
   void SetUp() override {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     // The platform notes each size hint, raise and keyboard grab it cannot honour; nothing to see.
-    otherNotes() = qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& context, const QString& text) {
-      if (!text.startsWith(QStringLiteral("This plugin does not support"))) otherNotes()(type, context, text);
+    otherNotes = qInstallMessageHandler([](QtMsgType type, const QMessageLogContext& context, const QString& text) {
+      if (!text.startsWith(QStringLiteral("This plugin does not support"))) otherNotes(type, context, text);
     });
     static int argc = 1;
     static char name[] = "orvane_ui_test";
@@ -35,10 +35,7 @@ class OffscreenApplication : public ::testing::Environment {
   void TearDown() override { app_.reset(); }
 
  private:
-  static QtMessageHandler& otherNotes() {
-    static QtMessageHandler handler = nullptr;
-    return handler;
-  }
+  static inline QtMessageHandler otherNotes = nullptr;
   std::unique_ptr<QApplication> app_;
 };
 inline const ::testing::Environment* const kOffscreen = ::testing::AddGlobalTestEnvironment(new OffscreenApplication);
