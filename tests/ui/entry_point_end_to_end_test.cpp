@@ -1,82 +1,47 @@
 // The editor entry points as a host calls them, through liborvane.so on a copy of the sample
 // project: the real dialogs open on Qt's offscreen platform and are driven by their object names.
-#include <gtest/gtest.h>
-
-#include <QApplication>
-#include <QLineEdit>
-#include <QPushButton>
-#include <QTableWidget>
-#include <QTest>
-#include <QTimer>
+#include <QTableView>
 #include <filesystem>
 
+#include "offscreen.h"
 #include "orvane/ifc_proyect_pset.h"
 #include "orvane/orvane.h"
 #include "support/temp_dir.h"
 
-using orvane::test::readBytes;
+using namespace orvane::test;
 namespace fs = std::filesystem;
 
 namespace {
 
-// Runs `act` on the modal window named `name` from inside its own event loop (the call that opened
-// it blocks until it closes); one that never opens fails the test.
-void whenModalOpens(const char* name, std::function<void(QWidget&)> act, int triesLeft = 250) {
-  QTimer::singleShot(20, [=] {
-    QWidget* modal = QApplication::activeModalWidget();
-    if (modal != nullptr && modal->objectName() == QLatin1String(name)) return act(*modal);
-    if (triesLeft > 0) return whenModalOpens(name, act, triesLeft - 1);
-    ADD_FAILURE() << "the window " << name << " never opened";
-    if (modal != nullptr) modal->close();
-  });
-}
-
-void press(QWidget& window, const char* button) {
-  QPushButton* found = window.findChild<QPushButton*>(QLatin1String(button));
-  ASSERT_NE(found, nullptr) << button;
-  QTest::mouseClick(found, Qt::LeftButton);
-}
-
-class EntryPointEndToEnd : public ::testing::Test {
+class EntryPointEndToEnd : public OffscreenTest {
  protected:
-  // The host's application, destroyed when the suite ends while main still runs: among the static
-  // objects at exit it would outlive Qt's own.
-  static void SetUpTestSuite() {
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int argc = 1;
-    static char name[] = "entry_point_end_to_end_test";
-    static char* argv[] = {name, nullptr};
-    application = new QApplication(argc, argv);
-  }
-  static void TearDownTestSuite() { delete application; }
-  static inline QApplication* application = nullptr;
-
   void SetUp() override {
+    OffscreenTest::SetUp();
     for (const char* name :
          {"proyecto-psets.xml", "objeto-psets.xml", "proyecto-qsets.xml", "mensajes.txt", "variables.txt"})
       fs::copy_file(fs::path(ORVANE_SAMPLES_DIR) / name, dir.path() / name);
   }
   std::string file(const char* name) const { return dir.file(name); }
-  orvane::test::TempDir dir;
+  TempDir dir;
 };
 
 TEST_F(EntryPointEndToEnd, ASetAddedThroughTheDialogsIsSavedWithABackup) {
   const std::string document = file("proyecto-psets.xml"), original = readBytes(document);
-  whenModalOpens("PropertiesSetView", [](QWidget& list) {
+  whenModalOpens("orvane::PropertiesSetView", [](QWidget& list) {
     EXPECT_EQ(list.windowTitle(), QStringLiteral("Conjunto de Propiedades"));  // from mensajes.txt
-    whenModalOpens("PropertiesOfSetView", [](QWidget& set) {
-      set.findChild<QLineEdit*>(QStringLiteral("nameEdit"))->setText(QStringLiteral("Pset_Carpinter\u00eda"));
-      press(set, "okButton");
+    whenModalOpens("orvane::PropertiesOfSetView", [](QWidget& set) {
+      typeInto(set, "nameEdit", QStringLiteral("Pset_Carpinter\u00eda"));
+      click(set, "okButton");
     });
-    press(list, "insertButton");
-    press(list, "okButton");
+    click(list, "insertButton");
+    click(list, "okButton");
   });
   PropertiesSet(document.c_str(), file("mensajes.txt").c_str(), file("variables.txt").c_str());
   EXPECT_EQ(readBytes(document + ".bak"), original);
   CIfcProyectPSet saved;
   ASSERT_EQ(saved.lee(document.c_str()), 1);
-  ASSERT_EQ(saved.propertySets.size(), 4u);
-  EXPECT_STREQ(saved.propertySets[0].name, "Pset_Carpinter\xC3\xAD" "a");  // UTF-8, sorted first
+  EXPECT_EQ(std::tuple(saved.propertySets.size(), std::string(saved.propertySets.at(0).name)),
+            std::tuple(4u, "Pset_Carpinter\xC3\xAD" "a"));  // UTF-8, sorted first
 }
 
 // The test entries open the user's own copy of the installed samples, made on first use and kept
@@ -88,17 +53,15 @@ TEST_F(EntryPointEndToEnd, TheTestEntriesWorkOnTheUsersCopyOfTheSamples) {
     fs::copy_file(file(name), installed / name);
   qputenv("ORVANE_SAMPLES", installed.string().c_str());
   qputenv("XDG_DATA_HOME", (dir.path() / "home").string().c_str());
-  whenModalOpens("PropertiesSetView", [](QWidget& list) { press(list, "cancelButton"); });
+  whenModalOpens("orvane::PropertiesSetView", [](QWidget& list) { click(list, "cancelButton"); });
   prueba();
   for (const char* name : {"proyecto-psets.xml", "proyecto-qsets.xml", "mensajes.txt"})
     EXPECT_EQ(readBytes((copy / name).string()), readBytes((installed / name).string())) << name;
   fs::resize_file(copy / "mensajes.txt", 0);  // the user's own change, which the next entry keeps
   fijaRutaMensajes(file("mensajes.txt").c_str());
   QString insert;
-  whenModalOpens("PropertiesSetView", [&](QWidget& list) {
-    insert = list.findChild<QPushButton*>(QStringLiteral("insertButton"))->text().remove('&');
-    press(list, "cancelButton");
-  });
+  whenModalOpens("orvane::PropertiesSetView",  // left open, so cancelled
+                 [&](QWidget& list) { insert = child<QAbstractButton>(list, "insertButton")->text().remove('&'); });
   pruebaQSet();
   EXPECT_EQ(insert, QStringLiteral("Insertar..."));
   EXPECT_EQ(fs::file_size(copy / "mensajes.txt"), 0u);
@@ -110,20 +73,17 @@ TEST_F(EntryPointEndToEnd, TheTestEntriesWorkOnTheUsersCopyOfTheSamples) {
 // Enter in the value grid moves down a row; it never presses OK, so no document is written.
 TEST_F(EntryPointEndToEnd, EnterInTheValueGridWritesNoFile) {
   const std::string object = file("objeto-psets.xml"), before = readBytes(object);
-  whenModalOpens("PropertyAssignView", [](QWidget& editor) {
+  whenModalOpens("orvane::PropertyAssignView", [](QWidget& editor) {
     QApplication::setActiveWindow(&editor);
-    auto* sets = editor.findChild<QTableWidget*>(QStringLiteral("sets"));
-    sets->setFocus();
-    QTest::keyClick(sets, Qt::Key_End);  // the object's last set fills the grid
-    for (int i = 0; i < 3; ++i) QTest::keyClick(editor.findChild<QTableView*>(QStringLiteral("grid")), Qt::Key_Return);
-    EXPECT_EQ(QApplication::activeModalWidget(), &editor);
-    press(editor, "cancelButton");
+    child<QWidget>(editor, "sets")->setFocus();
+    QTest::keyClick(child<QWidget>(editor, "sets"), Qt::Key_End);  // the object's last set fills the grid
+    for (int i = 0; i < 3; ++i) QTest::keyClick(child<QTableView>(editor, "grid"), Qt::Key_Return);
+    EXPECT_EQ(QApplication::activeModalWidget(), &editor);  // left open, so cancelled
   });
   ASSERT_TRUE(
       asignarPropiedades(file("proyecto-psets.xml").c_str(), object.c_str(), file("mensajes.txt").c_str(), nullptr));
-  EXPECT_EQ(readBytes(object), before);
-  EXPECT_FALSE(fs::exists(object + ".bak"));
-  EXPECT_FALSE(fs::exists(file("proyecto-psets.xml") + ".bak"));
+  EXPECT_EQ(std::tuple(readBytes(object), fs::exists(object + ".bak"), fs::exists(file("proyecto-psets.xml") + ".bak")),
+            std::tuple(before, false, false));
 }
 
 }  // namespace

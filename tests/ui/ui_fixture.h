@@ -1,22 +1,16 @@
-// Common ground for the view tests: a QApplication on the offscreen platform, services that record
-// message boxes instead of blocking on them, a way to act on a modal dialog from inside its own
-// event loop, and small helpers that click and read widgets.
+// Common ground for the view tests: services that record message boxes instead of blocking on them,
+// and small helpers that click and read widgets.
 #ifndef ORVANE_TESTS_UI_FIXTURE_H
 #define ORVANE_TESTS_UI_FIXTURE_H
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QComboBox>
-#include <QLineEdit>
+#include <QLabel>
 #include <QPushButton>
 #include <QTableWidget>
-#include <QTest>
-#include <functional>
-#include <typeinfo>
 
 #include "editors/common/messages.h"
 #include "editors/editor_fixture.h"
+#include "offscreen.h"
 #include "support/scripted_answers.h"
 #include "ui/grid/grid_control.h"
 #include "ui/list_enums_view.h"
@@ -46,20 +40,16 @@ class RecordingQtServices : public QtDialogServices, public ScriptedAnswers {
   std::optional<std::u16string> pickFileToSave(const FilePickerOptions& options) override { return nextFile(options); }
 };
 
-// Calls `act` on the next modal dialog of type `Window` to open, from inside its event loop (a
-// modal dialog opened by a click blocks the click until it closes). One that `act` leaves open is
-// then rejected; one that never opens fails the test.
-void whenModalOpens(const std::type_info& window, std::function<void(QWidget&)> act);
-
-template <class Window>
-void whenDialogOpens(std::function<void(Window&)> act) {
-  whenModalOpens(typeid(Window), [act = std::move(act)](QWidget& widget) { act(dynamic_cast<Window&>(widget)); });
-}
-
-class UiTest : public ::testing::Test {
+class UiTest : public OffscreenTest {
  protected:
-  void SetUp() override;
-  void TearDown() override;
+  void SetUp() override {
+    OffscreenTest::SetUp();
+    setRutaMensajes(ORVANE_TEST_DATA "/messages.txt");
+  }
+  void TearDown() override {
+    OffscreenTest::TearDown();
+    liberaMensajes();
+  }
 
   // Starts `logic` and shows `view` over it, as runModal does, but without blocking.
   template <class View, class Logic>
@@ -73,32 +63,75 @@ class UiTest : public ::testing::Test {
   RecordingQtServices services;
 };
 
-// The named child of `window`; the test fails when there is none.
-template <class Widget>
-Widget* child(const QWidget& window, const char* name) {
-  Widget* found = window.findChild<Widget*>(QString::fromLatin1(name));
-  if (found == nullptr) ADD_FAILURE() << "no widget named " << name;
-  return found;
+inline QPoint rowCentre(const QTableWidget* list, int row) {
+  return list->visualRect(list->model()->index(row, 0)).center();
 }
 
-void click(const QWidget& window, const char* buttonName);
-void clickRow(QTableWidget* list, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
-void doubleClickAt(QWidget* widget, QPoint position, Qt::MouseButton button = Qt::LeftButton);
-void doubleClickRow(QTableWidget* list, int row, Qt::MouseButton button = Qt::LeftButton);
-// The views read what an edit holds, however it got there.
-inline void typeInto(const QWidget& window, const char* editName, const QString& text) {
-  if (auto* edit = child<QLineEdit>(window, editName)) edit->setText(text);
+inline void clickRow(QTableWidget* list, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, modifiers, rowCentre(list, row));
 }
+
+// QTest's double click is the second press alone; a person's is press, release, press, release.
+inline void doubleClickAt(QWidget* widget, QPoint position, Qt::MouseButton button = Qt::LeftButton) {
+  QTest::mousePress(widget, button, Qt::NoModifier, position);
+  QTest::mouseRelease(widget, button, Qt::NoModifier, position);
+  QTest::mouseDClick(widget, button, Qt::NoModifier, position);
+  QTest::mouseRelease(widget, button, Qt::NoModifier, position);
+}
+
+inline void doubleClickRow(QTableWidget* list, int row, Qt::MouseButton button = Qt::LeftButton) {
+  doubleClickAt(list->viewport(), rowCentre(list, row), button);
+}
+
 // What a user choosing entry `index` of a drop-down list does to it.
-void choose(const QWidget& window, const char* comboName, int index);
+inline void choose(const QWidget& window, const char* comboName, int index) {
+  if (auto* combo = child<QComboBox>(window, comboName)) {
+    combo->setCurrentIndex(index);
+    emit combo->activated(index);
+  }
+}
+
 // Lets the event loop run what the last action posted, and what that posted in turn.
-void settle();
+inline void settle() {
+  for (int round = 0; round < 5; ++round) QCoreApplication::processEvents();
+}
 
 // What the named controls of `window` show, joined by " | " for one comparison: an edit's, label's,
 // button's or drop-down's text, "on" or "off" for a check box or radio button, a list's or grid's
 // column titles and rows ("Name,Type: a,b; c,d"); "-" for a hidden control, "!" before a disabled one's.
-std::string look(const QWidget& window, const QString& names);
-QStringList entries(const QComboBox* combo);
+inline std::string look(const QWidget& window, const QString& names) {
+  QStringList shown;
+  for (const QString& name : names.split(' ')) {
+    const auto* widget = child<QWidget>(window, name.toLatin1().constData());
+    QString text;
+    if (const auto* edit = qobject_cast<const QLineEdit*>(widget)) text = edit->text();
+    if (const auto* label = qobject_cast<const QLabel*>(widget)) text = label->text();
+    if (const auto* combo = qobject_cast<const QComboBox*>(widget)) text = combo->currentText();
+    if (const auto* button = qobject_cast<const QAbstractButton*>(widget))
+      text = !button->isCheckable() ? button->text() : button->isChecked() ? "on" : "off";
+    if (const auto* items = qobject_cast<const QAbstractItemView*>(widget)) {
+      const QAbstractItemModel& model = *items->model();
+      QStringList titles, rows;
+      for (int column = 0; column < model.columnCount(); ++column)
+        titles.append(model.headerData(column, Qt::Horizontal).toString());
+      for (int row = 0; row < model.rowCount(); ++row) {
+        rows.append(QString());
+        for (int column = 0; column < model.columnCount(); ++column)
+          rows.back() += (column > 0 ? "," : "") + model.index(row, column).data().toString();
+      }
+      text = (titles.join(',') + ": " + rows.join("; ")).trimmed();
+    }
+    shown.append(widget == nullptr || widget->isHidden() ? "-" : widget->isEnabled() ? text : "!" + text);
+  }
+  return shown.join(" | ").toStdString();
+}
+
+inline QStringList entries(const QComboBox* combo) {
+  QStringList texts;
+  for (int i = 0; i < combo->count(); ++i) texts.append(combo->itemText(i));
+  return texts;
+}
+
 inline std::u16string u(const char* utf8) { return QString::fromUtf8(utf8).toStdU16String(); }
 
 }  // namespace orvane::test

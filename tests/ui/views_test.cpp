@@ -1,10 +1,12 @@
-// The list and form views. The dialogs' rules are the editors' own; a view adds the wiring of its
-// lists, buttons, edits and drop-downs to the dialog, and the keys of its lists.
+// The views. The dialogs' rules are the editors' own; a view adds the wiring of its lists, buttons,
+// edits and drop-downs to the dialog, and the keys of its lists. The assignment editors' value grid
+// adds in-place edits, drop-down cells limited to their choices, read-only cells, the header drawn
+// grey, columns that fill the width, and the current cell kept across the rebuild each edit causes.
+#include <QAccessible>
 #include <QCheckBox>
 #include <QHeaderView>
+#include <QImage>
 #include <QRadioButton>
-#include <cstdio>
-#include <cstring>
 
 #include "support/temp_dir.h"
 #include "ui_fixture.h"
@@ -22,10 +24,16 @@ class SetListView : public UiTest {
   ReportList* sets() { return child<ReportList>(view, "sets"); }
 };
 
-// The host's captions, one row per set, in columns as wide as their texts and titles.
-TEST_F(SetListView, ShowsTheHostsCaptionsAndOneRowPerSetInColumnsFittedToThem) {
+// The host's captions, one row per set, in columns as wide as their texts and titles. A double click
+// edits the set, where either button's double click opens a property and its button the value lists,
+// and what was typed comes back to the list; Importar... reads the file picked. A click off the rows
+// chooses none; Ctrl+click adds rows to what "Guardar como..." records.
+TEST_F(SetListView, ShowsTheSetsAndTheMouseEditsImportsAndChoosesTheRowsToSave) {
   const char* longText = "Propiedades comunes de los muros de carga y de cerramiento";
   setText(logic.propertySets[1].description, longText);
+  TempDir dir;
+  writeBytes(dir.file("importar.csv"), "Puertas;Ancho;Ancho de paso;Real;0.9\n");
+  services.pickedFiles = {u(dir.file("importar.csv").c_str())};
   open(view, logic);
   EXPECT_EQ(look(view, "sets"), std::string("Nombre,Descripción: Losas,; Muros,") + longText + "; Ventanas,");
   const QFontMetrics text(sets()->font());
@@ -33,22 +41,8 @@ TEST_F(SetListView, ShowsTheHostsCaptionsAndOneRowPerSetInColumnsFittedToThem) {
   EXPECT_GE(sets()->columnWidth(0), text.horizontalAdvance("Ventanas"));
   EXPECT_LT(sets()->columnWidth(0), sets()->viewport()->width() / 2);  // fitted, not half the list
   EXPECT_GE(sets()->columnWidth(1), text.horizontalAdvance(longText));
-  liberaMensajes();  // a missing message file: its captions, empty ones, replace the template's all the same
-  setRutaMensajes("/nonexistent/messages.txt");
-  logic.start();
-  view.showState();
-  EXPECT_EQ((view.windowTitle() + child<QPushButton>(view, "insertButton")->text()).toStdString(), "");
-  EXPECT_EQ(look(view, "sets"), std::string(",: Losas,; Muros,") + longText + "; Ventanas,");
-}
-
-// A double click edits the set, where either button's double click opens a property and its button
-// the value lists, and what was typed comes back to the list; Importar... reads the file picked. A
-// click off the rows chooses none; Ctrl+click adds rows to what "Guardar como..." records.
-TEST_F(SetListView, TheMouseEditsImportsAndChoosesTheRowsToSave) {
-  TempDir dir;
-  writeBytes(dir.file("importar.csv"), "Puertas;Ancho;Ancho de paso;Real;0.9\n");
-  services.pickedFiles = {u(dir.file("importar.csv").c_str())};
-  open(view, logic);
+  QAccessible::queryAccessibleInterface(sets())->tableInterface()->selectRow(2);  // as an assistive technology does
+  EXPECT_EQ(logic.currentRow, 2);
   whenDialogOpens<PropertiesOfSetView>([](PropertiesOfSetView& set) {
     whenDialogOpens<PropertyDataView>([](PropertyDataView& data) { EXPECT_EQ(look(data, "nameEdit"), "Alto"); });
     doubleClickRow(child<ReportList>(set, "properties"), 0, Qt::RightButton);
@@ -70,44 +64,48 @@ TEST_F(SetListView, TheMouseEditsImportsAndChoosesTheRowsToSave) {
   EXPECT_EQ(view.result(), kDialogSaveAs);
   EXPECT_EQ(std::vector<int>(logic.selection.rows.begin(), logic.selection.rows.begin() + logic.selection.count),
             (std::vector<int>{0, 2}));
+  whenDialogOpens<PropertiesSetView>([](PropertiesSetView& again) {  // shown again, it must not end at the first click
+    whenDialogOpens<PropertiesOfSetView>([](PropertiesOfSetView&) {});
+    click(again, "insertButton");
+    EXPECT_TRUE(again.isVisible());
+    click(again, "okButton");
+  });
+  EXPECT_EQ(logic.run(), kDialogOk);
+  liberaMensajes();  // a missing message file: its captions, empty ones, replace the template's all the same
+  setRutaMensajes("/nonexistent/messages.txt");
+  logic.start();
+  view.showState();
+  EXPECT_EQ((view.windowTitle() + child<QPushButton>(view, "insertButton")->text()).toStdString(), "");
+  EXPECT_EQ(look(view, "sets"), ",: Losas,; Muros de carga,Cerramientos; Ventanas,; Puertas,");
 }
 
 // The keys of a list, on the first row reached with End then Home: Enter and F2 edit it, Insert
 // inserts, Delete asks first and leaves the same row selected; none ends the dialog, Tab leaves.
-struct ListKey {
-  Qt::Key key;
-  const char* opened;  // the name the set editor opened with; null for Delete
-};
-void PrintTo(const ListKey& c, std::ostream* out) { *out << "key 0x" << std::hex << c.key; }
-
-class SetListKeys : public SetListView, public ::testing::WithParamInterface<ListKey> {};
-
-TEST_P(SetListKeys, ActOnTheRowReachedAndLeaveTheDialogOpen) {
-  const ListKey& c = GetParam();
+TEST_F(SetListView, KeysActOnTheRowReachedAndLeaveTheDialogOpen) {
   services.answers = {true};
   open(view, logic);
   QApplication::setActiveWindow(&view);
-  sets()->setFocus();
-  QTest::keyClick(sets(), Qt::Key_End);
-  EXPECT_EQ(logic.currentRow, 2);
-  QTest::keyClick(sets(), Qt::Key_Home);
-  QString opened;
-  if (c.opened != nullptr)
-    whenDialogOpens<PropertiesOfSetView>(
-        [&](PropertiesOfSetView& set) { opened = child<QLineEdit>(set, "nameEdit")->text(); });
-  QTest::keyClick(sets(), c.key);
-  EXPECT_EQ(opened, c.opened != nullptr ? c.opened : "");
-  EXPECT_EQ(services.questions.size(), c.opened == nullptr ? 1u : 0u);
-  EXPECT_EQ(sets()->rowCount(), c.opened == nullptr ? 2 : 3);
-  EXPECT_EQ(sets()->selectedRows(), std::vector<int>{0});
-  EXPECT_FALSE(logic.ended());
-  QTest::keyClick(sets(), Qt::Key_Tab);
-  EXPECT_NE(QApplication::focusWidget(), sets());
+  // The key, the name the set editor opens with ("-" for none), the rows left.
+  for (auto [key, opened, rows] : {std::tuple{Qt::Key_Return, "Losas", 3}, {Qt::Key_F2, "Losas", 3},
+                                   {Qt::Key_Insert, "", 3}, {Qt::Key_Delete, "-", 2}}) {
+    SCOPED_TRACE(key);
+    sets()->setFocus();
+    QTest::keyClick(sets(), Qt::Key_End);
+    EXPECT_EQ(logic.currentRow, 2);
+    QTest::keyClick(sets(), Qt::Key_Home);
+    QString name = "-";
+    if (key != Qt::Key_Delete)
+      whenDialogOpens<PropertiesOfSetView>([&](PropertiesOfSetView& set) { name = look(set, "nameEdit").c_str(); });
+    QTest::keyClick(sets(), key);
+    EXPECT_EQ(name, opened);
+    EXPECT_EQ(sets()->rowCount(), rows);
+    EXPECT_EQ(sets()->selectedRows(), std::vector<int>{0});
+    EXPECT_FALSE(logic.ended());
+    QTest::keyClick(sets(), Qt::Key_Tab);
+    EXPECT_NE(QApplication::focusWidget(), sets());
+  }
+  EXPECT_EQ(services.questions.size(), 1u);
 }
-
-INSTANTIATE_TEST_SUITE_P(Keys, SetListKeys,
-                         ::testing::Values(ListKey{Qt::Key_Return, "Losas"}, ListKey{Qt::Key_F2, "Losas"},
-                                           ListKey{Qt::Key_Insert, ""}, ListKey{Qt::Key_Delete, nullptr}));
 
 // The last variable of each line keeps its line feed, so the lines end with a spare one.
 CConjuntoVariableZep catalogue(const char* text) {
@@ -145,16 +143,13 @@ TEST_F(PropertyDataViewTest, TheControlsFollowTheTypeAndWhatWasTypedReachesTheRe
   choose(view, "unitCombo", 1);
   child<QCheckBox>(view, "optionalCheck")->click();
   click(view, "okButton");
-  ASSERT_EQ(logic.result(), kDialogOk);
-  EXPECT_STREQ(logic.property.name, "Espesor t\xC3\xA9rmico");
-  EXPECT_STREQ(logic.property.description, "Aislante");
-  EXPECT_DOUBLE_EQ(logic.property.realValue, 0.25);
-  EXPECT_EQ(logic.property.unit, 1);
-  EXPECT_TRUE(logic.property.optional);
+  const CIfcPropertyName& p = logic.property;
+  EXPECT_EQ(std::tuple(logic.result(), std::string(p.name) + "|" + p.description, p.realValue, p.unit, p.optional),
+            std::tuple(kDialogOk, "Espesor t\xC3\xA9rmico|Aislante", 0.25, 1, true));
 }
 
 // "..." opens the value chooser, whose result fills the default; a value list chosen opens it, and
-// cancelling it leaves none chosen, as before.
+// cancelling it leaves none chosen, as before, where OK gives the value clicked.
 TEST_F(PropertyDataViewTest, TheValueChooserAndTheValueListsOpenFromTheirControls) {
   open(view, logic);
   typeInto(view, "nameEdit", "Color");
@@ -170,6 +165,12 @@ TEST_F(PropertyDataViewTest, TheValueChooserAndTheValueListsOpenFromTheirControl
   whenDialogOpens<ListValuesView>([&](ListValuesView& values) { EXPECT_EQ(look(values, "nameEdit"), "Colores"); });
   choose(view, "valueListCombo", 1);
   EXPECT_EQ(look(view, "valueListCombo"), "");
+  whenDialogOpens<ListValuesView>([](ListValuesView& values) {  // the value clicked is the one given back
+    clickRow(child<ReportList>(values, "values"), 1);
+    click(values, "okButton");
+  });
+  choose(view, "valueListCombo", 1);
+  EXPECT_EQ(look(view, "defaultValueEdit valueListCombo"), "!Azul | Colores");
 }
 
 TEST_F(UiTest, TheValueChooserOpensOnAReferenceAndOkTakesATypedLiteral) {
@@ -179,14 +180,18 @@ TEST_F(UiTest, TheValueChooserOpensOnAReferenceAndOkTakesATypedLiteral) {
   open(view, logic);
   const QString controls = "hostVariableRadio groupCombo variableCombo valueEdit";
   EXPECT_EQ(look(view, controls), "on | Eje | Cota | !Eje.Cota$");
-  QTest::mouseClick(child<QRadioButton>(view, "literalRadio"), Qt::LeftButton);
+  QAccessibleActionInterface* literal =  // as an assistive technology does
+      QAccessible::queryAccessibleInterface(child<QRadioButton>(view, "literalRadio"))->actionInterface();
+  ASSERT_TRUE(literal->actionNames().contains(QAccessibleActionInterface::toggleAction()));
+  literal->doAction(QAccessibleActionInterface::toggleAction());
   EXPECT_EQ(look(view, controls), "off | !Eje | !Cota | Eje.Cota$");
   typeInto(view, "valueEdit", QString::fromUtf8("2,5 m²"));
   click(view, "okButton");
   EXPECT_STREQ(logic.value, "2,5 m\xC2\xB2");
 }
 
-// A type made through three windows; a list whose dialog has no current row (after an insert) shows
+// A type made through three windows, the last filled by the keyboard alone (typing, Tab to the next
+// edit, Enter for the default button); a list whose dialog has no current row (after an insert) shows
 // none selected.
 TEST_F(UiTest, ATypeMadeThroughThreeWindowsLandsInTheList) {
   CListEnumsDlg logic(services, {makeEnum("Colores", {{1, "Rojo"}})});
@@ -195,9 +200,13 @@ TEST_F(UiTest, ATypeMadeThroughThreeWindowsLandsInTheList) {
   whenDialogOpens<ListValuesView>([](ListValuesView& values) {
     typeInto(values, "nameEdit", "Acabados");
     whenDialogOpens<ValueEnumView>([](ValueEnumView& value) {
-      typeInto(value, "codeEdit", "2");
-      typeInto(value, "textEdit", "Barniz");
-      click(value, "okButton");
+      QApplication::setActiveWindow(&value);
+      child<QLineEdit>(value, "codeEdit")->setFocus();
+      QTest::keyClicks(QApplication::focusWidget(), "2");
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+      ASSERT_EQ(QApplication::focusWidget(), child<QLineEdit>(value, "textEdit"));
+      QTest::keyClicks(QApplication::focusWidget(), "Barniz");
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     });
     click(values, "insertButton");
     clickRow(child<ReportList>(values, "values"), 0);
@@ -208,18 +217,8 @@ TEST_F(UiTest, ATypeMadeThroughThreeWindowsLandsInTheList) {
   });
   click(view, "insertButton");
   EXPECT_EQ(look(view, "types"), "Nombre,Descripción: Acabados,; Colores,");
-  ASSERT_EQ(logic.enums[0].elements.size(), 1u);
-  EXPECT_EQ(logic.enums[0].elements[0].value, 2);
-  EXPECT_STREQ(logic.enums[0].elements[0].text, "Barniz");
-}
-
-TEST_F(UiTest, AValueClickedIsTheOneTheValueListGivesBack) {
-  CListValuesDlg logic(services, makeEnum("Colores", {{1, "Rojo"}, {2, "Azul"}}), false);
-  ListValuesView view(logic);
-  open(view, logic);
-  clickRow(child<ReportList>(view, "values"), 1);
-  click(view, "okButton");
-  EXPECT_EQ(logic.currentRow, 1);
+  const std::vector<CIfcNodoEnum>& made = logic.enums[0].elements;
+  EXPECT_EQ(std::tuple(made.size(), made.at(0).value, std::string(made.at(0).text)), std::tuple(1u, 2, "Barniz"));
 }
 
 template <class Record>
@@ -253,8 +252,163 @@ TEST_F(UiTest, TheQuantityEditorsPassTheLinkedElementTheKindAndTheExportMark) {
   typeInto(view, "nameEdit", "Superficies");
   choose(view, "linkedElementCombo", 0);
   click(view, "okButton");
-  EXPECT_STREQ(logic.set.name, "Superficies");
-  EXPECT_STREQ(logic.set.typeZep, "Eje");
+  EXPECT_EQ(std::string(logic.set.name) + " " + logic.set.typeZep, "Superficies Eje");
+}
+
+// Both assignment editors: Insertar... takes the set chosen in the set list, a click on it fills the
+// grid, Borrar leaves the grid its header only.
+TEST_F(UiTest, AssignmentEditorsInsertChooseAndRemoveSets) {
+  const double hostValues[] = {10};
+  CPropiedadesObjetosIFCDlg properties(services, {makeSet("Losas", {makeProperty("Canto")})}, {}, {});
+  CCuantificadoresObjetosIFCDlg quantities(services, {makeQuantitySet("Ejes", {makeQuantity("L", LengthMeasure)})}, {},
+                                           "Eje", hostValues, 1);
+  PropertyAssignView propertyView(properties);
+  QuantityAssignView quantityView(quantities);
+  open(propertyView, properties);
+  open(quantityView, quantities);
+  for (auto [view, row] : {std::pair<QWidget*, const char*>{&propertyView, "Canto,,String,"},
+                           {&quantityView, "L,,IfcLengthMeasure,10.000"}}) {
+    whenDialogOpens<PropertiesSetView>([](PropertiesSetView& list) {
+      clickRow(child<ReportList>(list, "sets"), 0);
+      click(list, "okButton");
+    });
+    click(*view, "insertButton");
+    clickRow(child<ReportList>(*view, "sets"), 0);
+    EXPECT_EQ(look(*view, "grid"), std::string("Nombre,Descripción,Tipo,Valor: ") + row);
+    EXPECT_EQ(child<QPushButton>(*view, "excelButton")->isHidden(), view == &propertyView);
+    click(*view, "removeButton");
+    EXPECT_EQ(look(*view, "sets grid"), "Nombre,Descripción: | Nombre,Descripción,Tipo,Valor:");
+    EXPECT_FALSE(child<GridControl>(*view, "grid")->horizontalHeader()->isHidden());
+  }
+}
+
+class GridTest : public UiTest {
+ protected:
+  static CIfcPropertySet wallValues() {
+    CIfcPropertyName holes = makeProperty("Huecos", PropertyInteger), height = makeProperty("Altura", PropertyReal);
+    holes.intValue = 7;
+    height.realValue = 1;
+    CIfcPropertyName finish = makeProperty("Acabado", PropertyEnumerated, "Liso");
+    setText(finish.enumName, "acabados");
+    return makeSet("Muros", {holes, height, finish, makeProperty("Eje", PropertyString, "Eje.PK$\n")});
+  }
+  void SetUp() override {
+    UiTest::SetUp();
+    open(view, logic);
+    clickRow(child<ReportList>(view, "sets"), 0);
+    QApplication::setActiveWindow(&view);
+  }
+  QString cellText(int row, int column) { return grid()->cellIndex(row, column).data().toString(); }
+  GridControl* grid() { return child<GridControl>(view, "grid"); }
+  const char* value(int row) { return logic.assignedSets[0].properties[static_cast<std::size_t>(row - 1)].textValue; }
+  // Starts the in-place edit of a cell as the F2 key does; the editor, or null when none opened.
+  QWidget* startEdit(int row, int column) {
+    grid()->setCurrentIndex(grid()->cellIndex(row, column));
+    QTest::keyClick(grid(), Qt::Key_F2);
+    return openEditor();
+  }
+  // The in-place editor on screen, if any: closed ones are hidden until they are deleted.
+  QWidget* openEditor() {
+    for (QWidget* editor : grid()->viewport()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly))
+      if (editor->isVisible()) return editor;
+    return nullptr;
+  }
+
+  const std::vector<CIfcPropertySet> definitions{wallValues()};
+  const std::vector<CIfcEnum> enums{makeEnum("Acabados", {{1, "Liso"}, {2, "Rugoso"}})};
+  CPropiedadesObjetosIFCDlg logic{services, definitions, enums, {wallValues()}};
+  PropertyAssignView view{logic};
+};
+
+// Names, types and host variable references are not edited in place, and show in italics.
+TEST_F(GridTest, ReadOnlyCellsOpenNoEditorAndAReferenceChangesByADoubleClick) {
+  for (auto [row, column] : {std::pair{1, 0}, {1, 2}, {4, 3}}) {
+    EXPECT_EQ(startEdit(row, column), nullptr) << row << "," << column;
+    EXPECT_TRUE(grid()->cellIndex(row, column).data(Qt::FontRole).value<QFont>().italic());
+  }
+  EXPECT_TRUE(grid()->cellIndex(1, 3).data(Qt::FontRole).isNull());
+  EXPECT_FALSE(grid()->model()->setData(grid()->cellIndex(1, 0), "Otro", Qt::EditRole));
+  EXPECT_EQ(cellText(4, 3), "Eje.PK$ ");  // a line feed kept in a value shows on one line
+  whenDialogOpens<PropertyValueView>([&](PropertyValueView& chooser) {  // a reference changes only through it
+    EXPECT_EQ(child<QLineEdit>(chooser, "valueEdit")->text(), "Eje.PK$\n");
+    QTest::mouseClick(child<QRadioButton>(chooser, "literalRadio"), Qt::LeftButton);
+    typeInto(chooser, "valueEdit", "Fijo");
+    click(chooser, "okButton");
+  });
+  doubleClickAt(grid()->viewport(), grid()->cellRect(4, 3).center());
+  EXPECT_STREQ(value(4), "Fijo");
+  EXPECT_NE(startEdit(4, 3), nullptr);  // no longer a reference
+}
+
+// The keys of an in-place edit, started with F2 (the text selected) or by typing: Enter commits and
+// moves down, Esc drops the edit, Tab commits and leaves the grid, whose current cell stays. Outside
+// an edit Enter moves down too; none of them reaches the dialog's default button.
+TEST_F(GridTest, KeysEndAnInPlaceEditAsTheySay) {
+  // Started by typing, the text typed, the key that ends the edit, the value shown, the current row after.
+  for (auto [typing, typed, key, shown, rowAfter] :
+       {std::tuple{false, "9", Qt::Key_Escape, "1.000", 2}, {false, "2.5", Qt::Key_Return, "2.500", 3},
+        {true, "3.5", Qt::Key_Enter, "3.500", 3}, {false, "4", Qt::Key_Tab, "4.000", 2}}) {
+    SCOPED_TRACE(typed);
+    grid()->setFocus();
+    grid()->setCurrentIndex(grid()->cellIndex(2, 3));
+    QTest::keyClick(grid(), typing ? Qt::Key(typed[0]) : Qt::Key_F2);
+    auto* editor = qobject_cast<QLineEdit*>(openEditor());
+    ASSERT_NE(editor, nullptr);
+    if (!typing) editor->selectAll();
+    QTest::keyClicks(editor, typed + (typing ? 1 : 0));
+    QTest::keyClick(editor, key);
+    settle();  // the grid is shown again once the editor has closed
+    EXPECT_EQ(cellText(2, 3), shown);
+    EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(rowAfter, 3));
+    EXPECT_EQ(grid()->isAncestorOf(QApplication::focusWidget()) || QApplication::focusWidget() == grid(),
+              key != Qt::Key_Tab);
+    QTest::keyClick(grid(), Qt::Key_Return);
+    EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(rowAfter + 1, 3));
+    QTest::keyClick(grid(), Qt::Key_Tab);
+    EXPECT_NE(QApplication::focusWidget(), grid());
+  }
+  EXPECT_FALSE(logic.ended());
+}
+
+// The arrows move through a drop-down's choices without committing; Enter commits; Alt+Down opens
+// the list, and a choice picked from it commits at once. Nothing else gets in.
+TEST_F(GridTest, ADropDownCellTakesOnlyItsChoices) {
+  auto* choices = qobject_cast<QComboBox*>(startEdit(3, 3));
+  ASSERT_NE(choices, nullptr);
+  EXPECT_EQ(std::tuple(choices->isEditable(), entries(choices), choices->currentText()),
+            std::tuple(false, QStringList{"Liso", "Rugoso"}, QString("Liso")));
+  QTest::keyClick(choices, Qt::Key_Down);
+  settle();
+  EXPECT_EQ(choices->currentText() + " " + value(3), "Rugoso Liso");  // shown, not yet stored
+  QTest::keyClick(choices, Qt::Key_Return);
+  settle();
+  EXPECT_STREQ(value(3), "Rugoso");
+  EXPECT_EQ(openEditor(), nullptr);
+  grid()->setCurrentIndex(grid()->cellIndex(3, 3));
+  QTest::keyClick(grid(), Qt::Key_Down, Qt::AltModifier);
+  choices = qobject_cast<QComboBox*>(openEditor());
+  ASSERT_NE(choices, nullptr);
+  EXPECT_TRUE(choices->view()->isVisible());
+  choices->setCurrentIndex(0);
+  emit choices->activated(0);
+  settle();
+  EXPECT_STREQ(value(3), "Liso");
+  EXPECT_FALSE(grid()->model()->setData(grid()->cellIndex(3, 3), "Pulido", Qt::EditRole));
+  EXPECT_FALSE(logic.ended());
+}
+
+// The header is drawn in the grey the grid gives it; columns fit their texts and the last fills the rest.
+TEST_F(GridTest, TheHeaderIsGreyAndTheColumnsFillTheWidth) {
+  QHeaderView* header = grid()->horizontalHeader();
+  const QImage shot = header->grab().toImage();
+  const QPoint pastTheTitle(header->sectionViewportPosition(3) + header->sectionSize(3) * 3 / 4, header->height() / 2);
+  const QColor drawn = shot.pixelColor(pastTheTitle * shot.devicePixelRatio());
+  for (int channel : {drawn.red(), drawn.green(), drawn.blue()}) EXPECT_NEAR(channel, 160, 12);
+  for (int extra : {0, 200}) {
+    view.resize(view.width() + extra, view.height());
+    settle();
+    EXPECT_NEAR(header->length(), grid()->viewport()->width(), header->count());
+  }
 }
 
 }  // namespace
