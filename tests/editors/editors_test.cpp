@@ -167,10 +167,9 @@ TEST_F(EditorTest, PropertyDataStoresTheDefaultByTypeAndEditsValueListsInTheirOw
     dlg.ok();
     EXPECT_EQ(services.messages, row.refusal ? Texts{row.refusal} : Texts{});
     if (row.refusal != nullptr) continue;
-    EXPECT_EQ(dlg.property.valueType, row.type);
-    EXPECT_STREQ(dlg.property.textValue, row.storedText);
-    EXPECT_EQ(dlg.property.intValue, row.storedInt);
-    EXPECT_EQ(dlg.property.realValue, 0.0);
+    const CIfcPropertyName& p = dlg.property;
+    EXPECT_EQ(std::tuple(p.valueType, std::string(p.textValue), p.intValue, p.realValue),
+              std::tuple(row.type, std::string(row.storedText), row.storedInt, 0.0));
   }
   CIfcPropertyName p = makeProperty("Color", PropertyEnumerated, "Rojo");
   setText(p.enumName, "Otra");
@@ -182,8 +181,7 @@ TEST_F(EditorTest, PropertyDataStoresTheDefaultByTypeAndEditsValueListsInTheirOw
   services.expectDialog<CListValuesDlg>([](CListValuesDlg& d) { d.cancel(); });
   dlg.chooseValueList(0);
   dlg.chooseValueList(5);  // outside the list: no editor
-  EXPECT_STREQ(dlg.property.enumName, "Otra");
-  EXPECT_EQ(dlg.valueLists.selected, -1);
+  EXPECT_EQ(std::tuple(std::string(dlg.property.enumName), dlg.valueLists.selected), std::tuple("Otra", -1));
   setText(dlg.property.enumName, "COLORES");  // found in any case
   services.expectDialog<CListValuesDlg>([](CListValuesDlg& d) {
     EXPECT_TRUE(d.selectionNotRequired);
@@ -198,21 +196,18 @@ TEST_F(EditorTest, PropertyDataStoresTheDefaultByTypeAndEditsValueListsInTheirOw
 // a pair too long for a reference, or no catalogue at all, leaves only the literal to accept.
 TEST_F(EditorTest, TheValueChooserOpensOnAReferencesNamesAndMakesOnlyReferencesThatFit) {
   CConjuntoVariableZep catalogue;
-  setText(catalogue.groups.emplace_back().name, "Eje");
-  for (const char* name : {"PK", "Cota"}) setText(catalogue.groups[0].variables.emplace_back().name, name);
-  setText(catalogue.groups.emplace_back().name, std::string(300, 'g').c_str());
-  setText(catalogue.groups[1].variables.emplace_back().name, std::string(300, 'v').c_str());
+  catalogue.groups = namedRecords<CZepGrupo>({"Eje", std::string(300, 'g').c_str()});
+  catalogue.groups[0].variables = namedRecords<CZepVariable>({"PK", "Cota"});
+  catalogue.groups[1].variables = namedRecords<CZepVariable>({std::string(300, 'v').c_str()});
   for (auto [value, mode, group, variable] : {std::tuple{"Eje.Cota$", kHostVariable, 0, 1},
                                               {"Muro.Alto$", kHostVariable, 0, 0},  // unknown: the first ones
                                               {"Eje.PK", kLiteralText, 0, 0}, {"", kLiteralText, -1, -1}}) {
     SCOPED_TRACE(value);
     CPropiedadesObjetosValorIFCDlg dlg(services, value, catalogue);
     dlg.start();
-    EXPECT_EQ(dlg.mode, mode);
-    EXPECT_EQ(dlg.valueText, fromUtf8(value));
-    EXPECT_EQ(dlg.groups.selected, group);
-    EXPECT_EQ(dlg.variables.selected, variable);
-    EXPECT_EQ(dlg.groups.enabled && dlg.variables.enabled && !dlg.valueTextEnabled, mode == kHostVariable);
+    const bool namesEnabled = dlg.groups.enabled && dlg.variables.enabled && !dlg.valueTextEnabled;
+    EXPECT_EQ(std::tuple(dlg.mode, dlg.valueText, dlg.groups.selected, dlg.variables.selected, namesEnabled),
+              std::tuple(mode, fromUtf8(value), group, variable, mode == kHostVariable));
   }
   for (const CConjuntoVariableZep& source : {catalogue, CConjuntoVariableZep()}) {
     CPropiedadesObjetosValorIFCDlg dlg(services, "Eje.PK$", source);
@@ -316,28 +311,22 @@ TEST_F(EditorTest, CsvLinesBecomeSetsOfRealOrTextPropertiesAndSaveAsRecordsAHund
                                                 std::string(147, 'p') + ": d (Real) 2  0.000000"}));
   EXPECT_EQ(column(dlg.sets, 0), (Texts{u"Muros", u"Forjados", std::u16string(147, u'p')}));
   ASSERT_EQ(services.pickers.size(), 5u);
-  EXPECT_EQ(services.pickers[0].defaultExtension, u"csv");
-  EXPECT_EQ(services.pickers[0].startFolder, u"/proyecto");
-  EXPECT_EQ(services.pickers[0].filters.at(1).pattern, u"*.*");
+  const FilePickerOptions& picker = services.pickers[0];
+  EXPECT_EQ(std::tie(picker.defaultExtension, picker.startFolder, picker.filters.at(1).pattern),
+            std::tuple(u"csv", u"/proyecto", u"*.*"));
   std::vector<int> many(150);
   std::iota(many.begin(), many.end(), 0);
   dlg.saveAs(many);
-  EXPECT_EQ(dlg.selection.count, 100);
-  EXPECT_EQ(dlg.selection.rows[99], 99);
+  EXPECT_EQ(std::tuple(dlg.selection.count, dlg.selection.rows[99]), std::tuple(100, 99));
   dlg.saveAs({3, 5});
   EXPECT_EQ(std::vector<int>(dlg.selection.rows.begin(), dlg.selection.rows.begin() + 3), (std::vector<int>{3, 5, -1}));
 }
 
-using orvane::test::column;
-Texts column(const GridModel& grid, int c) {
-  Texts out;
-  for (int r = 0; r < grid.rowCount(); ++r) out.push_back(grid.cell(r, c).text);
-  return out;
-}
-
 // The list passes the document's kinds and host elements down; a set is linked to the element
 // chosen, and unlinked when there are none; a kind outside the list is shown as none and kept.
-TEST_F(EditorTest, QuantitySetsLinkAnElementAndKeepTheirKinds) {
+// Assigned to axes and surfaces, sets take the host's values for their first exported quantities, in
+// order; sets with nothing exported, or already assigned, are refused.
+TEST_F(EditorTest, QuantitySetsKeepTheirKindsAndAssignedQuantitiesTakeTheHostsValuesOnAxesAndSurfaces) {
   const auto kinds = namedRecords<CIfcType>({"IfcLengthMeasure", "IfcAreaMeasure"});
   CPropertiesSetDlg dlg(services, {makeQuantitySet("Muros")}, kinds, namedRecords<CIfcObject>({"Eje", "Superficie"}));
   dlg.start();
@@ -366,11 +355,6 @@ TEST_F(EditorTest, QuantitySetsLinkAnElementAndKeepTheirKinds) {
   outside.nameText.clear();
   outside.changeKind(0);  // without a name the kind is refused at once
   EXPECT_EQ(services.messages, Texts{u"Debe de introducir un nombre válido"});
-}
-
-// Axes and surfaces take the host's values for the first exported quantities, in order; sets with
-// nothing exported, or already assigned, are refused. The list gets the document's kinds and elements.
-TEST_F(EditorTest, AssignedQuantitiesTakeTheHostsValuesOnAxesAndSurfaces) {
   const std::vector definitions{
       makeQuantitySet("Losas", {makeQuantity("Oculta", LengthMeasure, 1, false)}),
       makeQuantitySet("Muros", {makeQuantity("A", AreaMeasure, 1), makeQuantity("B", AreaMeasure, 2, false),
@@ -433,11 +417,9 @@ TEST_F(EditorTest, PropertyAssignmentGridShowsEditsAndChoosesEachTypeAndInsertsA
   EXPECT_EQ(column(dlg.grid, 3),
             (Texts{u"Valor", u"12", u"2.500", u"Rugoso", u"Lista", u"Lista", u"Eje.PK$", u"Rojo", u"Eje.Cota$"}));
   const std::vector<CIfcPropertyName>& p = dlg.assignedSets[0].properties;
-  EXPECT_STREQ(p[4].textValue, "2026");
-  EXPECT_EQ(p[7].intValue, 5);
-  EXPECT_STREQ(p[0].description, "");
-  setText(dlg.catalogue.groups.emplace_back().name, "Eje");
-  for (const char* name : {"PK", "Cota"}) setText(dlg.catalogue.groups[0].variables.emplace_back().name, name);
+  EXPECT_EQ(std::tuple(std::string(p[4].textValue), p[7].intValue, std::string(p[0].description)),
+            std::tuple("2026", 5, ""));
+  dlg.catalogue.groups = namedRecords<CZepGrupo>({"Eje"});
   services.expectDialog<CPropiedadesObjetosValorIFCDlg>([](CPropiedadesObjetosValorIFCDlg& d) {
     EXPECT_EQ(d.valueText, u"2.500");
     EXPECT_EQ(d.groups.entries.size(), 1u);
@@ -566,9 +548,9 @@ TEST_F(EntryPoints, SaveAsWritesTheFirstSetsAndAssigningTheSetsChosenWithTheirVa
   editPropertySets(services, path.c_str(), kMessages, nullptr);
   EXPECT_EQ(services.messages, (Texts{u"Copia guardada", u"Copia guardada", u"No hay ningún conjunto seleccionado"}));
   ASSERT_EQ(services.pickers.size(), 2u);
-  EXPECT_EQ(services.pickers[0].defaultExtension, u"txt");
-  EXPECT_EQ(services.pickers[0].startFolder, fromUtf8(dir.path().string()));
-  EXPECT_EQ(services.pickers[0].filters[0].description, u"Text Files (*.xml)");
+  const FilePickerOptions& picker = services.pickers[0];
+  EXPECT_EQ(std::tie(picker.defaultExtension, picker.startFolder, picker.filters[0].description),
+            std::tuple(u"txt", fromUtf8(dir.path().string()), u"Text Files (*.xml)"));
   CIfcProyectPSet saved, whole, defs, assigned;
   ASSERT_EQ(saved.lee(copy.c_str()), 1);
   EXPECT_EQ(outline(saved), (Outline{"type Colores: 1 Rojo,", "set A: Alto,", "relation A IfcWall"}));
