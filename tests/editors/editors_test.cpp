@@ -10,21 +10,18 @@
 #include "editor_fixture.h"
 #include "editors/assign/property_assign_dlg.h"
 #include "editors/assign/property_value_dlg.h"
-#include "editors/common/edit_mode.h"
 #include "editors/common/text_codec.h"
 #include "editors/entry_points.h"
 #include "editors/psets/list_enums_dlg.h"
 #include "editors/psets/list_values_dlg.h"
 #include "editors/psets/properties_of_set_dlg.h"
 #include "editors/psets/properties_set_dlg.h"
-#include "editors/psets/property_data_dlg.h"
 #include "editors/psets/value_enum_dlg.h"
 #include "editors/qsets/quantities_of_set_dlg.h"
 #include "editors/qsets/quantity_assign_dlg.h"
 #include "editors/qsets/quantity_data_dlg.h"
 #include "support/documents.h"
 #include "support/outline.h"
-#include "support/temp_dir.h"
 
 using namespace orvane;
 using namespace orvane::test;
@@ -70,8 +67,8 @@ void listOperations(ScriptedServices& s, D dlg, ListViewState D::*list, std::u16
   if (rules.editorKnowsSiblings) refusals.push_back(rules.clash);
   EXPECT_EQ(s.messages, refusals);
   EXPECT_EQ(names(), rules.sorted ? (Texts{u"B", u"D", u"e", u"F"}) : (Texts{u"B", u"D", u"F", u"e"}));
-  EXPECT_EQ(dlg.currentRow, rules.insertClears ? -1 : 0);
-  EXPECT_EQ((dlg.*list).revealRow, rules.insertClears ? -1 : 0);
+  const int current = rules.insertClears ? -1 : 0;
+  EXPECT_EQ(std::pair(dlg.currentRow, (dlg.*list).revealRow), std::pair(current, current));
   dlg.selectRow(0);
   if (rules.clash != nullptr) {
     s.expectDialog<Nested>([name](Nested& n) { n.*name = u"d"; n.ok(); });
@@ -149,29 +146,27 @@ TEST_F(EditorTest, AValueListNeedsAValueAndWhenPickingAChosenOne) {
 // stored follows the type. A value list cancelled or out of range changes nothing; one edited
 // changes the document's types.
 TEST_F(EditorTest, PropertyDataStoresTheDefaultByTypeAndEditsValueListsInTheirOwnEditor) {
-  struct Row { int type; const char16_t *value, *refusal; bool optional; const char* storedText; int32_t storedInt; };
-  const Row rows[] = {{PropertyInteger, u"", u"Falta el valor por defecto", false, "", 0},
-                      {PropertyInteger, u"12abc", nullptr, false, "12abc", 12},
-                      {PropertyInteger, u"$ANCHO", nullptr, false, "$ANCHO", 0},  // a host variable keeps its text
-                      {PropertyReal, u"", nullptr, true, "", 0},
-                      {PropertyDateTime, u"", u"Falta el valor por defecto", false, "", 0},
-                      {PropertyString, u"", nullptr, false, "", 0},
-                      {PropertyBoolean, u"", nullptr, false, "", 1}};  // the check box, ticked
-  for (const Row& row : rows) {
-    SCOPED_TRACE(row.type);
+  const char16_t* missing = u"Falta el valor por defecto";
+  for (auto [type, value, refusal, optional, text, number] :
+       {std::tuple{PropertyInteger, u"", missing, false, "", 0},
+        {PropertyInteger, u"12abc", nullptr, false, "12abc", 12},
+        {PropertyInteger, u"$ANCHO", nullptr, false, "$ANCHO", 0},  // a host variable keeps its text
+        {PropertyReal, u"", nullptr, true, "", 0}, {PropertyDateTime, u"", missing, false, "", 0},
+        {PropertyString, u"", nullptr, false, "", 0}, {PropertyBoolean, u"", nullptr, false, "", 1}}) {  // ticked
+    SCOPED_TRACE(type);
     services.messages.clear();
     CPropertyDataDlg dlg(services, kNewItem, makeProperty("Nueva"), {}, nullptr, nullptr);
     dlg.start();
-    dlg.changeType(row.type);
-    dlg.defaultValueText = row.value;
-    dlg.optionalChecked = row.optional;
+    dlg.changeType(type);
+    dlg.defaultValueText = value;
+    dlg.optionalChecked = optional;
     dlg.booleanChecked = true;
     dlg.ok();
-    EXPECT_EQ(services.messages, row.refusal ? Texts{row.refusal} : Texts{});
-    if (row.refusal != nullptr) continue;
+    EXPECT_EQ(services.messages, refusal ? Texts{refusal} : Texts{});
     const CIfcPropertyName& p = dlg.property;
-    EXPECT_EQ(std::tuple(p.valueType, std::string(p.textValue), p.intValue, p.realValue),
-              std::tuple(row.type, std::string(row.storedText), row.storedInt, 0.0));
+    if (refusal == nullptr)
+      EXPECT_EQ(std::tuple(p.valueType, std::string(p.textValue), p.intValue, p.realValue),
+                std::tuple(type, std::string(text), number, 0.0));
   }
   CIfcPropertyName p = makeProperty("Color", PropertyEnumerated, "Rojo");
   setText(p.enumName, "Otra");
@@ -270,10 +265,9 @@ TEST_F(EditorTest, ASetsRowsShowItsPropertiesAndValueListsChangedBelowComeBackUp
   });
   dlg.insert();
   EXPECT_EQ(column(dlg.sets, 0), (Texts{u"Carpintería", u"Muros"}));
-  ASSERT_EQ(dlg.enums.size(), 2u);
-  EXPECT_EQ(dlg.enums[1].elements.size(), 2u);
-  EXPECT_STREQ(dlg.propertySets[0].properties.at(0).enumName, "Acabados");
-  EXPECT_STREQ(dlg.propertySets[0].properties.at(0).textValue, "Barniz");
+  const CIfcPropertyName& finish = dlg.propertySets[0].properties.at(0);
+  EXPECT_EQ(std::tuple(dlg.enums.size(), dlg.enums.at(1).elements.size(), std::string(finish.enumName),
+                       std::string(finish.textValue)), std::tuple(2u, 2u, "Acabados", "Barniz"));
 }
 
 // Each line "set;property;description;type[;value]" adds the property to the set of that name, made
