@@ -95,7 +95,7 @@ void listOperations(ScriptedServices& s, D dlg, ListViewState D::*list, std::u16
   EXPECT_EQ(s.questions, Texts(rules.asks ? 2 : 0, kConfirmDelete));
 }
 
-TEST_F(EditorTest, ListsInsertEditAndDeleteThroughTheirNestedEditors) {
+TEST_F(EditorTest, ListsInsertEditAndDeleteThroughTheirNestedEditorsAndValueListsNeedAValue) {
   const char16_t* invalid = u"Debe de introducir un nombre válido";
   const auto properties = makeSet("S", {makeProperty("B"), makeProperty("D"), makeProperty("F")});
   const auto quantities = makeQuantitySet("S", {makeQuantity("B"), makeQuantity("D"), makeQuantity("F")});
@@ -119,11 +119,9 @@ TEST_F(EditorTest, ListsInsertEditAndDeleteThroughTheirNestedEditors) {
   listOperations(services, CQuantitiesOfSetDlg(services, kEditItem, quantities, nullptr, {}, {}),
                  &CQuantitiesOfSetDlg::quantities, &CQuantityDataDlg::nameText,
                  {0, false, false, false, invalid, u"Propiedad existente en la lista", true});
-}
-
-// A value list needs a value and, when a value is being picked, a row that holds one; a new value
-// may not take another's code; a value's text is kept as UTF-8.
-TEST_F(EditorTest, AValueListNeedsAValueAndWhenPickingAChosenOne) {
+  // A value list needs a value and, when a value is being picked, a row that holds one; a new value
+  // may not take another's code; a value's text is kept as UTF-8.
+  services.messages.clear();
   CListValuesDlg picker(services, makeEnum("Colores", {}), false);
   picker.start();
   picker.ok();
@@ -501,14 +499,13 @@ class EntryPoints : public EditorTest {
   const std::string object = dir.file("obj.xml");
 };
 
-// Unreadable definitions show nothing; a missing document starts empty (a quantity file as a list of
-// property sets) and leaves no backup of nothing.
+// Unreadable definitions show nothing (a dialog opened without a script fails); a missing document starts
+// empty (a quantity file as a list of property sets) and leaves no backup of nothing.
 TEST_F(EntryPoints, OkWritesTheDocumentsCancelNothingAndMissingOnesStartEmpty) {
   const double values[] = {1.0};
   const char* obj = object.c_str();
   EXPECT_FALSE(assignPropertySets(services, dir.file("none.xml").c_str(), obj, kMessages, nullptr));
   EXPECT_FALSE(assignQuantitySets(services, dir.file("none.xml").c_str(), obj, "Eje", nullptr, 0));
-  EXPECT_TRUE(services.dialogsRun.empty());
   okAndCancel<CPropertiesSetDlg>(false, false, false, [&](const char* d) {
     editPropertySets(services, d, kMessages, nullptr);
   });
