@@ -8,6 +8,7 @@
 #include <cstring>
 #include <string>
 
+#include "editors/common/grid_model.h"
 #include "editors/common/messages.h"
 #include "orvane/ifc_property_set.h"
 #include "orvane/ifc_quantity_set.h"
@@ -33,10 +34,15 @@ void setText(char (&field)[N], const char* text) {
   field[N - 1] = '\0';
 }
 
-// Column `c` of a list's rows.
+// Column `c` of a list's rows or of a grid's cells.
 inline Texts column(const ListViewState& list, int c) {
   Texts out;
   for (const auto& row : list.rows) out.push_back(row.at(c));
+  return out;
+}
+inline Texts column(const GridModel& grid, int c) {
+  Texts out;
+  for (int r = 0; r < grid.rowCount(); ++r) out.push_back(grid.cell(r, c).text);
   return out;
 }
 
@@ -59,10 +65,9 @@ inline CIfcEnum makeEnum(const char* name, std::vector<std::pair<int, const char
   CIfcEnum type;
   setText(type.name, name);
   for (auto [code, text] : values) {
-    CIfcNodoEnum value;
+    CIfcNodoEnum& value = type.elements.emplace_back();
     value.value = code;
     setText(value.text, text);
-    type.elements.push_back(value);
   }
   return type;
 }
