@@ -1,7 +1,7 @@
 // The host's text files read from real files: the line reader under every parser, the bounded
-// opening, the variable catalogue and the message file. The host writes them with Windows line ends,
-// but a copy through other tools may have lost them: every file without a CR of its own is read
-// with both.
+// opening, the variable catalogue and the references to its variables, and the message file. The
+// host writes them with Windows line ends, but a copy through other tools may have lost them: every
+// file without a CR of its own is read with both.
 #include <gtest/gtest.h>
 
 #include <sys/stat.h>
@@ -9,11 +9,11 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <functional>
+#include <optional>
 #include <string>
 #include <vector>
 
-#include "editors/assign/catalogue.h"
+#include "editors/assign/host_variable.h"
 #include "editors/common/line_reader.h"
 #include "editors/common/messages.h"
 #include "support/temp_dir.h"
@@ -56,7 +56,8 @@ class HostFiles : public ::testing::Test {
     return stream;
   }
   // `parse` reads each case's text with LF and, unless it holds a CR of its own, with CR LF.
-  static void expectParsed(const std::vector<FileCase>& cases, const std::function<Lines(const std::string&)>& parse) {
+  template <class Parse>
+  static void expectParsed(const std::vector<FileCase>& cases, Parse parse) {
     for (const FileCase& file : cases) {
       std::string crlf;
       for (const char c : file.text) crlf += c == '\n' ? std::string("\r\n") : std::string(1, c);
@@ -78,7 +79,7 @@ class HostFiles : public ::testing::Test {
 // a line, and a final kNone read.
 TEST_F(HostFiles, LineReaderGivesEachLineWithASingleLineFeed) {
   const std::string x(600, 'x'), a(510, 'a'), b(511, 'b');
-  const std::function<Lines(const std::string&)> readAll = [this](const std::string& bytes) {
+  const auto readAll = [this](const std::string& bytes) {
     std::FILE* stream = open(bytes);
     Lines reads;
     char buffer[512] = "previa";
@@ -197,12 +198,12 @@ TEST(CatalogueClasses, IndexesAreCheckedNamesCutAndGroupsCopyDeep) {
   EXPECT_EQ(catalogue.getGrupo(0), nullptr);
   catalogue.groups = {CZepGrupo("Eje")};
   catalogue.groups[0].variables = {CZepVariable("PK"), CZepVariable("Cota")};
-  for (int index : {-1, 1}) EXPECT_EQ(catalogue.getGrupo(index), nullptr) << index;
-  ASSERT_NE(catalogue.getGrupo(0), nullptr);
-  const CZepGrupo& group = *catalogue.getGrupo(0);
+  const CZepGrupo& group = catalogue.groups[0];
+  EXPECT_EQ(catalogue.getGrupo(0), &group);
   EXPECT_EQ(group.getNumVariables(), 2);
   EXPECT_EQ(group.getVariable(1), &group.variables[1]);
   for (int index : {-1, 2}) EXPECT_EQ(group.getVariable(index), nullptr) << index;
+  for (int index : {-1, 1}) EXPECT_EQ(catalogue.getGrupo(index), nullptr) << index;
   EXPECT_EQ(CZepVariable(std::string(600, 'v')).name, std::string(511, 'v'));
   EXPECT_EQ(CZepGrupo(std::string(512, 'g')).name, std::string(511, 'g'));
   CZepGrupo copy("Muro");
@@ -212,6 +213,75 @@ TEST(CatalogueClasses, IndexesAreCheckedNamesCutAndGroupsCopyDeep) {
   CZepGrupo& same = copy;
   copy = same;  // assigning a group to itself keeps its variables
   EXPECT_EQ(describe({copy, group}), (Lines{"Eje:XK|Cota", "Eje:PK|Cota"}));
+}
+
+// The catalogue's bytes are taken as they are, line feed included. 511 characters are the most that
+// fit with the terminator; a pair that does not fit is refused and leaves the value as it was.
+TEST(MakeReference, WritesGroupFullStopVariableDollarOrRefusesAPairThatDoesNotFit) {
+  const std::string g255(255, 'g'), v254(254, 'v');
+  const struct {
+    std::string group, variable;
+    std::optional<std::string> value;
+  } rows[] = {
+      {"Eje", "PK", "Eje.PK$"}, {"Eje", "Pendiente\n", "Eje.Pendiente\n$"}, {"", "", ".$"},
+      {g255, v254, g255 + "." + v254 + "$"}, {std::string(509, 'g'), "", std::string(509, 'g') + ".$"},
+      {g255, v254 + "v", std::nullopt}, {std::string(510, 'g'), "", std::nullopt},
+      {"", std::string(510, 'v'), std::nullopt}, {std::string(4000, 'g'), std::string(4000, 'v'), std::nullopt},
+  };
+  for (const auto& row : rows) {
+    char value[512];
+    std::fill(std::begin(value), std::end(value) - 1, '#');
+    value[511] = '\0';
+    const std::string before(value);
+    EXPECT_EQ(makeReference(row.group, row.variable, value), row.value.has_value()) << row.group.size();
+    EXPECT_EQ(value, row.value.value_or(before)) << row.group.size() << " + " << row.variable.size();
+  }
+}
+
+// A literal is all group part. Leading full stops are skipped, the group runs to the next one and the
+// rest is taken unchanged, so a group's own full stop is lost.
+TEST(ReferenceText, IsRecognisedAndSplitAsTheEditorsDo) {
+  const struct {
+    const char* value;
+    bool ends, contains;
+    const char* parts;  // what the value editor preselects
+  } rows[] = {
+      {"Eje.PK$", true, true, "Eje|PK"}, {"$", true, true, "|"}, {"", false, false, "|"},
+      {"$ANCHO", false, true, "$ANCHO|"}, {"Eje.PK$ ", false, true, "Eje.PK$ |"}, {"12.5", false, false, "12.5|"},
+      {"Eje.PK.1$", true, true, "Eje|PK.1"}, {"..Eje.PK$", true, true, "Eje|PK"}, {"Eje..PK$", true, true, "Eje|.PK"},
+      {"Eje$", true, true, "Eje|"}, {"Eje.$", true, true, "Eje|"}, {"...$", true, true, "|"},
+      {"Ej.e.PK$", true, true, "Ej|e.PK"},
+  };
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.value);
+    EXPECT_EQ(endsAsReference(row.value), row.ends);
+    EXPECT_EQ(containsReference(row.value), row.contains);
+    const ReferenceParts parts = partsOfValue(row.value);
+    EXPECT_EQ(parts.group + "|" + parts.variable, row.parts);
+  }
+}
+
+// The last group of that name, else the first; in it the last variable of that name, else the
+// first. Names compare whole (the line feed of a line's last variable too), folding ASCII letters
+// only: 1252 "Ñ" and "ñ" stay apart. An empty catalogue or group gives positions with nothing there.
+TEST_F(HostFiles, ReferenceResolvesToTheLastMatchOrFallsBackToTheFirst) {
+  CConjuntoVariableZep catalogue;
+  EXPECT_EQ(resolveReference(catalogue, {"Eje", "PK"}), (CatalogueIndex{0, 0}));
+  catalogue.leeFichero(open("Eje;PK,Cota\nMuro;Alto,Alto,Ancho\nEje;Radio,PK,Cota\nA\xD1O;Mes\n"));
+  catalogue.groups.emplace_back("Vacio");
+  ASSERT_EQ(catalogue.getNumGrupos(), 5);
+  const struct {
+    const char* group;
+    const char* variable;
+    CatalogueIndex found;
+  } rows[] = {
+      {"EJE", "pk", {2, 1}}, {"muro", "ALTO", {1, 1}}, {"Eje", "Cota", {2, 0}}, {"Eje", "Cota\n", {2, 2}},
+      {"Losa", "PK", {0, 0}}, {"Muro", "Largo", {1, 0}}, {"", "", {0, 0}}, {"Mur", "Alto", {0, 0}},
+      {"a\xF1o", "Mes\n", {0, 0}}, {"a\xD1o", "MES\n", {3, 0}}, {"vacio", "PK", {4, 0}},
+  };
+  for (const auto& row : rows)
+    EXPECT_EQ(resolveReference(catalogue, {row.group, row.variable}), row.found) << row.group << "." << row.variable;
+  EXPECT_EQ(catalogue.getGrupo(4)->getVariable(0), nullptr);
 }
 
 namespace {
@@ -225,9 +295,11 @@ class MessageFile : public HostFiles {
   }
   void TearDown() override { descargaMensajes(); }
   void write(std::string_view bytes) const { test::writeBytes(path, bytes); }
-  static std::string text(int32_t group, int32_t id) {
-    const char* found = getMensaje(group, id);
-    return found != nullptr ? found : kNone;
+  // The texts found for the keys, "-" for none, each followed by "|"; then the table as it is left.
+  static std::string lookup(std::initializer_list<std::pair<int32_t, int32_t>> keys) {
+    std::string out;
+    for (const auto& [group, id] : keys) out += std::string(getMensaje(group, id) ? getMensaje(group, id) : "-") + "|";
+    return out + std::to_string(numMensajes) + (MessageTable == nullptr ? " rows, no table" : " rows");
   }
 
   const std::string path = dir.file("mensajes.txt");
@@ -267,57 +339,41 @@ TEST_F(MessageFile, LineFormat) {
 // A lookup walks the rows until it passes its key, so a row out of order hides the rows after it.
 TEST_F(MessageFile, SortedLookup) {
   write("3,3,\"Ins\"\n3,4,\"B\"\n3,9,\"Ed\"\n");
-  using Lookup = std::tuple<int32_t, int32_t, std::string>;
-  for (const auto& [group, id, expected] :
-       {Lookup{3, 4, "B"}, {3, 3, "Ins"}, {3, 9, "Ed"}, {3, 5, kNone}, {2, 1, kNone}, {3, 10, kNone}, {4, 1, kNone}})
-    EXPECT_EQ(text(group, id), expected) << group << "," << id;
+  EXPECT_EQ(lookup({{3, 4}, {3, 3}, {3, 9}, {3, 5}, {2, 1}, {3, 10}, {4, 1}}), "B|Ins|Ed|-|-|-|-|3 rows");
   write("3,9,\"Ed\"\n3,4,\"Borrar\"\n2,1,\"Antes\"\n");
   cargaMensajes();
-  for (const auto& [group, id, expected] : {Lookup{3, 9, "Ed"}, {3, 4, kNone}, {2, 1, kNone}})
-    EXPECT_EQ(text(group, id), expected) << group << "," << id;
+  EXPECT_EQ(lookup({{3, 9}, {3, 4}, {2, 1}}), "Ed|-|-|3 rows");
 }
 
 // A file that does not open (HostTextFile decides which) gives no table, so each lookup tries again.
-TEST_F(MessageFile, AFailedLoadIsRetriedAndTextsAreDecodedForTheEditors) {
-  EXPECT_EQ(getMensaje(3, 4), nullptr);
-  EXPECT_EQ(MessageTable, nullptr);
+// A table with rows is freed and the next lookup reloads it; an explicit load replaces it unless the
+// file does not open; a table without rows stays, and its file is not read again.
+TEST_F(MessageFile, TableLoadsOnDemandAndTextsAreDecodedForTheEditors) {
+  EXPECT_EQ(lookup({{3, 4}}), "-|0 rows, no table");
   EXPECT_EQ(textoMensaje(3, 4), u"");
   write("3,10,\"Descripci\xF3n\"\r\n4,5,\"Unidad \xBA" "C \x80\"\r\n");  // the host puts it in place later
-  EXPECT_EQ(textoMensaje(3, 10), u"Descripción");
-  EXPECT_EQ(textoMensaje(4, 5), u"Unidad ºC €");
-  EXPECT_EQ(textoMensaje(4, 6), u"");
+  EXPECT_EQ(textoMensaje(3, 10) + u"|" + textoMensaje(4, 5) + u"|" + textoMensaje(4, 6), u"Descripción|Unidad ºC €|");
+  liberaMensajes();
+  EXPECT_EQ(lookup({}), "0 rows, no table");
+  write("3,5,\"OK\"\n");
+  EXPECT_EQ(lookup({{3, 5}, {3, 10}}), "OK|-|1 rows");
+  write("3,6,\"Otro\"\n");
+  cargaMensajes();
+  EXPECT_EQ(lookup({{3, 5}, {3, 6}}), "-|Otro|1 rows");
+  std::filesystem::remove(path);
+  cargaMensajes();
+  EXPECT_EQ(lookup({{3, 6}}), "Otro|1 rows");
+  for (const char* rowless : {"", "sin comas\n\n"}) {
+    descargaMensajes();
+    write(rowless);
+    EXPECT_EQ(lookup({{3, 4}}), "-|0 rows") << rowless;
+    liberaMensajes();
+    write("3,4,\"Borrar\"\n");
+    EXPECT_EQ(lookup({{3, 4}}), "-|0 rows") << rowless;
+  }
   const std::string longPath = "/" + std::string(700, 'p');
   setRutaMensajes(longPath.c_str());
   EXPECT_EQ(rutaMensajes, longPath.substr(0, 511));
   setRutaMensajes(nullptr);
   EXPECT_STREQ(rutaMensajes, "");
-}
-
-TEST_F(MessageFile, ReleaseReloadsExplicitLoadReplacesARowlessTableStays) {
-  write("3,4,\"Borrar\"\n");
-  EXPECT_EQ(text(3, 4), "Borrar");
-  liberaMensajes();  // a table with rows is freed: the next lookup reloads
-  EXPECT_EQ(MessageTable, nullptr);
-  EXPECT_EQ(numMensajes, 0);
-  write("3,5,\"OK\"\n");
-  EXPECT_EQ(text(3, 5), "OK");
-  write("3,6,\"Otro\"\n");
-  cargaMensajes();
-  EXPECT_EQ(text(3, 5), kNone);
-  EXPECT_EQ(text(3, 6), "Otro");
-  std::filesystem::remove(path);
-  cargaMensajes();  // a file that does not open changes nothing
-  EXPECT_EQ(text(3, 6), "Otro");
-  for (const char* rowless : {"", "sin comas\n\n"}) {
-    SCOPED_TRACE(rowless);
-    descargaMensajes();
-    write(rowless);
-    EXPECT_EQ(getMensaje(3, 4), nullptr);
-    ASSERT_NE(MessageTable, nullptr);
-    EXPECT_EQ(numMensajes, 0);
-    liberaMensajes();
-    EXPECT_NE(MessageTable, nullptr);
-    write("3,4,\"Borrar\"\n");
-    EXPECT_EQ(getMensaje(3, 4), nullptr);  // the file is not read again
-  }
 }
