@@ -9,7 +9,7 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <optional>
+#include <tuple>
 #include <string>
 #include <vector>
 
@@ -55,6 +55,23 @@ class HostFiles : public ::testing::Test {
     if (stream != nullptr) streams_.push_back(stream);
     return stream;
   }
+  // Each read in a buffer of `size` gives one line with a single line feed, or kNone: the read fails
+  // and leaves the buffer as a parser's tokenizer left it. A parser that tests the end of the stream
+  // after the read of a last line without its end drops that line, so the reads show where the end
+  // is reached: "$" after a line, and a final kNone read.
+  static Lines reads(std::FILE* stream, int size = 512) {
+    Lines out;
+    char buffer[512] = "previa";
+    while ((out.empty() || !std::feof(stream)) && out.size() < 10) {
+      const std::string before = buffer;
+      const char* got = readTextLine(buffer, size, stream);
+      out.push_back(got == buffer ? buffer : kNone);
+      if (got != buffer && (got != nullptr || buffer != before || std::ferror(stream))) out.back() = "a broken read";
+      if (std::feof(stream)) out.back() += "$";
+      if (buffer[0] != '\0') buffer[0] = '#';
+    }
+    return out;
+  }
   // `parse` reads each case's text with LF and, unless it holds a CR of its own, with CR LF.
   template <class Parse>
   static void expectParsed(const std::vector<FileCase>& cases, Parse parse) {
@@ -73,26 +90,8 @@ class HostFiles : public ::testing::Test {
 
 }  // namespace
 
-// Each read gives one line with a single line feed, or kNone: the read fails and leaves the buffer
-// as a parser's tokenizer left it. A parser that tests the end of the stream after the read of a
-// last line without its end drops that line, so the reads show where the end is reached: "$" after
-// a line, and a final kNone read.
 TEST_F(HostFiles, LineReaderGivesEachLineWithASingleLineFeed) {
   const std::string x(600, 'x'), a(510, 'a'), b(511, 'b');
-  const auto readAll = [this](const std::string& bytes) {
-    std::FILE* stream = open(bytes);
-    Lines reads;
-    char buffer[512] = "previa";
-    while ((reads.empty() || !std::feof(stream)) && reads.size() < 10) {
-      const std::string before = buffer;
-      const char* got = readTextLine(buffer, sizeof buffer, stream);
-      reads.push_back(got == buffer ? buffer : kNone);
-      if (got != buffer && (got != nullptr || buffer != before || std::ferror(stream))) reads.back() = "a broken read";
-      if (std::feof(stream)) reads.back() += "$";
-      if (buffer[0] != '\0') buffer[0] = '#';
-    }
-    return reads;
-  };
   const std::vector<FileCase> cases = {
       {"lines and an empty one", "3,\"I\"\nEje;PK\n\nfin\n", {"3,\"I\"\n", "Eje;PK\n", "\n", "fin\n", kNone + "$"}},
       {"no end on the last line", "uno\ndos", {"uno\n", "dos$"}},
@@ -103,7 +102,7 @@ TEST_F(HostFiles, LineReaderGivesEachLineWithASingleLineFeed) {
       {"lone carriage returns are ordinary characters", "a\rb\r\r\nc\n\r", {"a\rb\r\n", "c\n", "\r$"}},
       {"an empty file", "", {kNone + "$"}},
   };
-  expectParsed(cases, readAll);
+  expectParsed(cases, [this](const std::string& bytes) { return reads(open(bytes)); });
 }
 
 // A folder opened as a file fails with an error, not an end, and so ends a catalogue's read; a
@@ -118,18 +117,15 @@ TEST_F(HostFiles, LineReaderRefusesDegenerateArgumentsAndStopsAtErrors) {
   EXPECT_EQ(readTextLine(buffer, 1, stream), buffer);  // room for the terminator only
   EXPECT_STREQ(buffer, "");
   EXPECT_STREQ(readTextLine(buffer, 4, stream), "abc");  // nothing was consumed
-  std::FILE* cr = open("ab\r");  // the look-ahead past a CR ending the file in a full buffer is no read
-  EXPECT_STREQ(readTextLine(buffer, 4, cr), "ab\r");
-  EXPECT_FALSE(std::feof(cr));
-  EXPECT_EQ(readTextLine(buffer, 4, cr), nullptr);
-  EXPECT_TRUE(std::feof(cr));
+  // The look-ahead past a CR ending the file in a full buffer is no read.
+  EXPECT_EQ(reads(open("ab\r"), 4), (Lines{"ab\r", kNone + "$"}));
   EXPECT_EQ(CConjuntoVariableZep().leeFichero(nullptr), 0);
   std::FILE* folder = std::fopen(dir.path().c_str(), "r");
   if (folder == nullptr) GTEST_SKIP() << "this system does not open folders as files";
   streams_.push_back(folder);
   EXPECT_EQ(readTextLine(buffer, sizeof buffer, folder), nullptr);
   EXPECT_TRUE(std::ferror(folder));
-  EXPECT_STREQ(buffer, "ab\r");
+  EXPECT_STREQ(buffer, "abc");
   ::alarm(20);
   EXPECT_EQ(CConjuntoVariableZep().leeFichero(folder), 0);
   ::alarm(0);
@@ -149,10 +145,7 @@ TEST_F(HostFiles, OnlyARegularFileWithinItsBoundOpens) {
     EXPECT_EQ(HostTextFile(path.c_str(), bound).stream(), nullptr) << path;
   ::alarm(0);
   const HostTextFile file(twoLines.c_str(), 8);  // reads as the file would, text-mode line ends included
-  char line[16];
-  EXPECT_STREQ(readTextLine(line, sizeof line, file.stream()), "A;x\n");
-  EXPECT_STREQ(readTextLine(line, sizeof line, file.stream()), "B;y");
-  EXPECT_TRUE(std::feof(file.stream()));
+  EXPECT_EQ(reads(file.stream()), (Lines{"A;x\n", "B;y$"}));
 }
 
 // No header, quoting or trimming: a group name, a semicolon, variables between commas. A trailing
@@ -218,46 +211,34 @@ TEST(CatalogueClasses, IndexesAreCheckedNamesCutAndGroupsCopyDeep) {
 // The catalogue's bytes are taken as they are, line feed included. 511 characters are the most that
 // fit with the terminator; a pair that does not fit is refused and leaves the value as it was.
 TEST(MakeReference, WritesGroupFullStopVariableDollarOrRefusesAPairThatDoesNotFit) {
-  const std::string g255(255, 'g'), v254(254, 'v');
-  const struct {
-    std::string group, variable;
-    std::optional<std::string> value;
-  } rows[] = {
+  const std::string g255(255, 'g'), v254(254, 'v'), unchanged(511, '#');
+  const std::tuple<std::string, std::string, std::string> rows[] = {  // "" for a pair refused
       {"Eje", "PK", "Eje.PK$"}, {"Eje", "Pendiente\n", "Eje.Pendiente\n$"}, {"", "", ".$"},
       {g255, v254, g255 + "." + v254 + "$"}, {std::string(509, 'g'), "", std::string(509, 'g') + ".$"},
-      {g255, v254 + "v", std::nullopt}, {std::string(510, 'g'), "", std::nullopt},
-      {"", std::string(510, 'v'), std::nullopt}, {std::string(4000, 'g'), std::string(4000, 'v'), std::nullopt},
+      {g255, v254 + "v", ""}, {std::string(510, 'g'), "", ""}, {"", std::string(510, 'v'), ""},
+      {std::string(4000, 'g'), std::string(4000, 'v'), ""},
   };
-  for (const auto& row : rows) {
+  for (const auto& [group, variable, made] : rows) {
     char value[512];
-    std::fill(std::begin(value), std::end(value) - 1, '#');
-    value[511] = '\0';
-    const std::string before(value);
-    EXPECT_EQ(makeReference(row.group, row.variable, value), row.value.has_value()) << row.group.size();
-    EXPECT_EQ(value, row.value.value_or(before)) << row.group.size() << " + " << row.variable.size();
+    std::copy(unchanged.c_str(), unchanged.c_str() + 512, value);
+    EXPECT_EQ(makeReference(group, variable, value), !made.empty()) << group.size();
+    EXPECT_EQ(value, made.empty() ? unchanged : made) << group.size() << " + " << variable.size();
   }
 }
 
 // A literal is all group part. Leading full stops are skipped, the group runs to the next one and the
 // rest is taken unchanged, so a group's own full stop is lost.
 TEST(ReferenceText, IsRecognisedAndSplitAsTheEditorsDo) {
-  const struct {
-    const char* value;
-    bool ends, contains;
-    const char* parts;  // what the value editor preselects
-  } rows[] = {
-      {"Eje.PK$", true, true, "Eje|PK"}, {"$", true, true, "|"}, {"", false, false, "|"},
-      {"$ANCHO", false, true, "$ANCHO|"}, {"Eje.PK$ ", false, true, "Eje.PK$ |"}, {"12.5", false, false, "12.5|"},
-      {"Eje.PK.1$", true, true, "Eje|PK.1"}, {"..Eje.PK$", true, true, "Eje|PK"}, {"Eje..PK$", true, true, "Eje|.PK"},
-      {"Eje$", true, true, "Eje|"}, {"Eje.$", true, true, "Eje|"}, {"...$", true, true, "|"},
-      {"Ej.e.PK$", true, true, "Ej|e.PK"},
+  // "E" if the value ends as a reference, "C" if it contains one, then the parts the value editor preselects.
+  const std::pair<const char*, const char*> rows[] = {
+      {"Eje.PK$", "EC Eje|PK"}, {"$", "EC |"}, {"", "-- |"}, {"$ANCHO", "-C $ANCHO|"}, {"Eje.PK$ ", "-C Eje.PK$ |"},
+      {"12.5", "-- 12.5|"}, {"Eje.PK.1$", "EC Eje|PK.1"}, {"..Eje.PK$", "EC Eje|PK"}, {"Eje..PK$", "EC Eje|.PK"},
+      {"Eje$", "EC Eje|"}, {"Eje.$", "EC Eje|"}, {"...$", "EC |"}, {"Ej.e.PK$", "EC Ej|e.PK"},
   };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.value);
-    EXPECT_EQ(endsAsReference(row.value), row.ends);
-    EXPECT_EQ(containsReference(row.value), row.contains);
-    const ReferenceParts parts = partsOfValue(row.value);
-    EXPECT_EQ(parts.group + "|" + parts.variable, row.parts);
+  for (const auto& [value, expected] : rows) {
+    const ReferenceParts parts = partsOfValue(value);
+    const std::string kinds = std::string(endsAsReference(value) ? "E" : "-") + (containsReference(value) ? "C" : "-");
+    EXPECT_EQ(kinds + " " + parts.group + "|" + parts.variable, expected) << value;
   }
 }
 
@@ -270,17 +251,13 @@ TEST_F(HostFiles, ReferenceResolvesToTheLastMatchOrFallsBackToTheFirst) {
   catalogue.leeFichero(open("Eje;PK,Cota\nMuro;Alto,Alto,Ancho\nEje;Radio,PK,Cota\nA\xD1O;Mes\n"));
   catalogue.groups.emplace_back("Vacio");
   ASSERT_EQ(catalogue.getNumGrupos(), 5);
-  const struct {
-    const char* group;
-    const char* variable;
-    CatalogueIndex found;
-  } rows[] = {
+  const std::tuple<const char*, const char*, CatalogueIndex> rows[] = {
       {"EJE", "pk", {2, 1}}, {"muro", "ALTO", {1, 1}}, {"Eje", "Cota", {2, 0}}, {"Eje", "Cota\n", {2, 2}},
       {"Losa", "PK", {0, 0}}, {"Muro", "Largo", {1, 0}}, {"", "", {0, 0}}, {"Mur", "Alto", {0, 0}},
       {"a\xF1o", "Mes\n", {0, 0}}, {"a\xD1o", "MES\n", {3, 0}}, {"vacio", "PK", {4, 0}},
   };
-  for (const auto& row : rows)
-    EXPECT_EQ(resolveReference(catalogue, {row.group, row.variable}), row.found) << row.group << "." << row.variable;
+  for (const auto& [group, variable, found] : rows)
+    EXPECT_EQ(resolveReference(catalogue, {group, variable}), found) << group << "." << variable;
   EXPECT_EQ(catalogue.getGrupo(4)->getVariable(0), nullptr);
 }
 
