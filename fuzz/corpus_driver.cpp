@@ -9,18 +9,17 @@
 namespace fs = std::filesystem;
 
 int main(int argc, char** argv) {
-  std::size_t count = 0;
+  std::vector<fs::path> files;
   for (int i = 1; i < argc; ++i) {
-    std::vector<fs::path> files{argv[i]};
-    if (fs::is_directory(argv[i])) files.assign(fs::directory_iterator(argv[i]), fs::directory_iterator());
-    std::sort(files.begin(), files.end());
-    for (const fs::path& file : files) {
-      const std::string bytes = orvane::test::readBytes(file);
-      std::fprintf(stderr, "%s\n", file.c_str());
-      LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
-      ++count;
-    }
+    if (!fs::is_directory(argv[i])) files.emplace_back(argv[i]);
+    else files.insert(files.end(), fs::directory_iterator(argv[i]), fs::directory_iterator());
   }
-  std::printf("%zu inputs passed\n", count);
-  return count > 0 ? 0 : 1;
+  std::sort(files.begin(), files.end());
+  for (const fs::path& file : files) {
+    const std::string bytes = orvane::test::readBytes(file);
+    std::fprintf(stderr, "%s\n", file.c_str());
+    LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
+  }
+  std::printf("%zu inputs passed\n", files.size());
+  return files.empty() ? 1 : 0;
 }

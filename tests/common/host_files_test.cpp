@@ -9,8 +9,8 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <tuple>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "editors/assign/host_variable.h"
@@ -36,16 +36,18 @@ Lines describe(const std::vector<CZepGrupo>& groups) {
   return out;
 }
 
-// A file's text and what a parser makes of it, one string per line read, group or row.
-struct FileCase {
-  const char* rule;
-  std::string text;
-  Lines expected;
-};
+// What a file is read into: the line reader's reads, the catalogue's groups or the message table's rows.
+enum Parser { kReads, kGroups, kRows };
 
+// Each test starts and ends with no message table, the message file's path in a fresh folder.
 class HostFiles : public ::testing::Test {
  protected:
-  ~HostFiles() override {
+  void SetUp() override {
+    descargaMensajes();
+    setRutaMensajes(messageFile.c_str());
+  }
+  void TearDown() override {
+    descargaMensajes();
     for (std::FILE* stream : streams_) std::fclose(stream);
   }
   // A stream over a new file holding `bytes`, closed when the test ends.
@@ -55,6 +57,7 @@ class HostFiles : public ::testing::Test {
     if (stream != nullptr) streams_.push_back(stream);
     return stream;
   }
+  void write(std::string_view bytes) const { test::writeBytes(messageFile, bytes); }
   // Each read in a buffer of `size` gives one line with a single line feed, or kNone: the read fails
   // and leaves the buffer as a parser's tokenizer left it. A parser that tests the end of the stream
   // after the read of a last line without its end drops that line, so the reads show where the end
@@ -72,37 +75,83 @@ class HostFiles : public ::testing::Test {
     }
     return out;
   }
-  // `parse` reads each case's text with LF and, unless it holds a CR of its own, with CR LF.
-  template <class Parse>
-  static void expectParsed(const std::vector<FileCase>& cases, Parse parse) {
-    for (const FileCase& file : cases) {
-      std::string crlf;
-      for (const char c : file.text) crlf += c == '\n' ? std::string("\r\n") : std::string(1, c);
-      EXPECT_EQ(parse(file.text), file.expected) << file.rule;
-      if (file.text.find('\r') != std::string::npos) continue;
-      EXPECT_EQ(parse(crlf), file.expected) << file.rule << ", CR LF";
+  // Groups as describe() gives them, rows as "group,id:text" (a long table as its size and last row).
+  Lines parse(Parser parser, const std::string& bytes) {
+    if (parser == kReads) return reads(open(bytes));
+    if (parser == kGroups) {
+      CConjuntoVariableZep catalogue;
+      const int result = catalogue.leeFichero(open(bytes));
+      EXPECT_EQ(result, catalogue.groups.empty() ? 0 : 1);
+      return describe(catalogue.groups);
     }
+    write(bytes);
+    cargaMensajes();
+    Lines rows;
+    for (const MessageEntry& row : std::vector<MessageEntry>(MessageTable, MessageTable + numMensajes))
+      rows.push_back(std::to_string(row.group) + "," + std::to_string(row.id) + ":" + row.text);
+    if (rows.size() > 100) return Lines{std::to_string(rows.size()) + " rows, the last " + rows.back()};
+    return rows;
+  }
+  // The texts found for the keys, "-" for none, each followed by "|"; then the table as it is left.
+  static std::string lookup(std::initializer_list<std::pair<int32_t, int32_t>> keys) {
+    std::string out;
+    for (const auto& [group, id] : keys) out += std::string(getMensaje(group, id) ? getMensaje(group, id) : "-") + "|";
+    return out + std::to_string(numMensajes) + (MessageTable == nullptr ? " rows, no table" : " rows");
   }
 
   test::TempDir dir;
+  const std::string messageFile = dir.file("mensajes.txt");
   std::vector<std::FILE*> streams_;
 };
 
 }  // namespace
 
-TEST_F(HostFiles, LineReaderGivesEachLineWithASingleLineFeed) {
-  const std::string x(600, 'x'), a(510, 'a'), b(511, 'b');
-  const std::vector<FileCase> cases = {
-      {"lines and an empty one", "3,\"I\"\nEje;PK\n\nfin\n", {"3,\"I\"\n", "Eje;PK\n", "\n", "fin\n", kNone + "$"}},
-      {"no end on the last line", "uno\ndos", {"uno\n", "dos$"}},
-      {"a long line comes in pieces", x + "\n", {x.substr(0, 511), x.substr(0, 89) + "\n", kNone + "$"}},
-      {"bytes above 127", "Habitaci\xF3n \xBA\x80\x81\xFF", {"Habitaci\xF3n \xBA\x80\x81\xFF$"}},
+// Catalogue: no header, quoting or trimming; a group name, a semicolon, variables between commas. A
+// trailing comma leaves the line feed as a name; "A;" has one variable, its line feed, "C;" at the
+// end none. Message file: rows "group,id,text", the numbers as atoi reads them, the text after any
+// commas and quotes up to the next one; only a line with all three is a row, and only with its line
+// end; at most 512.
+TEST_F(HostFiles, EachParserReadsItsFilesWithEitherLineEnd) {
+  const std::string x(600, 'x'), a(510, 'a'), b(511, 'b'), c(509, 'x'), y(85, 'y'), d(507, 'a');
+  std::string rows513;
+  for (int id = 1; id <= 513; ++id) rows513 += "1," + std::to_string(id) + ",t\n";
+  const std::tuple<Parser, const char*, std::string, Lines> cases[] = {
+      {kReads, "an empty line", "3,\"I\"\nEje;PK\n\nfin\n", {"3,\"I\"\n", "Eje;PK\n", "\n", "fin\n", kNone + "$"}},
+      {kReads, "no end on the last line", "uno\ndos", {"uno\n", "dos$"}},
+      {kReads, "a long line comes in pieces", x + "\n", {x.substr(0, 511), x.substr(0, 89) + "\n", kNone + "$"}},
+      {kReads, "bytes above 127", "Habitaci\xF3n \xBA\x80\x81\xFF", {"Habitaci\xF3n \xBA\x80\x81\xFF$"}},
       // CR LF in the buffer's last place is one character; just past a full buffer, the next read
-      {"CR LF at the buffer's end", a + "\r\n" + b + "\r\nc", {a + "\n", b, "\n", "c$"}},
-      {"lone carriage returns are ordinary characters", "a\rb\r\r\nc\n\r", {"a\rb\r\n", "c\n", "\r$"}},
-      {"an empty file", "", {kNone + "$"}},
+      {kReads, "CR LF at the buffer's end", a + "\r\n" + b + "\r\nc", {a + "\n", b, "\n", "c$"}},
+      {kReads, "lone CRs are characters", "a\rb\r\r\nc\n\r", {"a\rb\r\n", "c\n", "\r$"}},
+      {kReads, "an empty file", "", {kNone + "$"}},
+      {kGroups, "a last variable keeps its LF", "Eje;PK,Cota\nMuro;Alto\n", {"Eje:PK|Cota\n", "Muro:Alto\n"}},
+      {kGroups, "a last line without line feed keeps it bare", "Eje;PK\nMuro;Alto", {"Eje:PK\n", "Muro:Alto"}},
+      {kGroups, "an empty file", "", {}},
+      {kGroups, "empty lines", "\n\n\n", {}},
+      {kGroups, "empty variable names are skipped", "A;x,,y\nB;,z,\n", {"A:x|y\n", "B:z|\n"}},
+      {kGroups, "leading semicolons are skipped, later ones named", ";;A;x\nA;x;y,z\n", {"A:x\n", "A:x;y|z\n"}},
+      {kGroups, "lines without variables are dropped", "Suelto\n;;;\nA;\nB;x\nC;", {"A:\n", "B:x\n"}},
+      {kGroups, "blanks, high bytes named", " A\xF1o ; \xFAtil , \xBA" "C\n", {" A\xF1o : \xFAtil | \xBA" "C\n"}},
+      {kGroups, "duplicates in file order", "Eje;PK,PK\nMuro;A\nEje;R\n", {"Eje:PK|PK\n", "Muro:A\n", "Eje:R\n"}},
+      {kGroups, "600 characters: 511, the rest", "A;" + c + "B;" + y + ",z\n", {"A:" + c, "B:" + y + "|z\n"}},
+      {kRows, "quoted rows", "3,3,\"Ins...\"\n3,4,\"Borrar\"\n", {"3,3:Ins...", "3,4:Borrar"}},
+      {kRows, "an unquoted text keeps its line feed", "3,11,Listas\n", {"3,11:Listas\n"}},
+      {kRows, "the last line is kept only with its line end", "3,1,\"uno\"\n3,2,\"dos\"", {"3,1:uno"}},
+      {kRows, "empty lines and lines of two tokens are no rows", "\n-2,7,\"neg\"\n1,1\n", {"-2,7:neg"}},
+      {kRows, "leading quotes, commas", "1,2,\"\"\"comillas\"\"\"\n1,3,,\"coma\"\n", {"1,2:comillas", "1,3:coma"}},
+      {kRows, "a text ends at a comma", "1,4,\"a,b\"\n", {"1,4:a"}},
+      {kRows, "numbers as atoi reads them", " 1, 5,blancos\n1x,6y,\"sufijos\"\n", {"1,5:blancos\n", "1,6:sufijos"}},
+      {kRows, "600 characters: 511, then the rest", "3,1," + d + "4,5," + y + "\n", {"3,1:" + d, "4,5:" + y + "\n"}},
+      {kRows, "ANSI bytes pass through", "3,10,\"Descripci\xF3n\"\n", {"3,10:Descripci\xF3n"}},
+      {kRows, "at most 512 rows", rows513, {"512 rows, the last 1,512:t\n"}},
   };
-  expectParsed(cases, [this](const std::string& bytes) { return reads(open(bytes)); });
+  for (const auto& [parser, rule, text, expected] : cases) {
+    std::string crlf;
+    for (const char byte : text) crlf += byte == '\n' ? std::string("\r\n") : std::string(1, byte);
+    EXPECT_EQ(parse(parser, text), expected) << rule;
+    if (text.find('\r') != std::string::npos) continue;
+    EXPECT_EQ(parse(parser, crlf), expected) << rule << ", CR LF";
+  }
 }
 
 // A folder opened as a file fails with an error, not an end, and so ends a catalogue's read; a
@@ -146,30 +195,6 @@ TEST_F(HostFiles, OnlyARegularFileWithinItsBoundOpens) {
   ::alarm(0);
   const HostTextFile file(twoLines.c_str(), 8);  // reads as the file would, text-mode line ends included
   EXPECT_EQ(reads(file.stream()), (Lines{"A;x\n", "B;y$"}));
-}
-
-// No header, quoting or trimming: a group name, a semicolon, variables between commas. A trailing
-// comma leaves the line feed as a name; "A;" has one variable, its line feed, and "C;" at the end none.
-TEST_F(HostFiles, CatalogueLineFormat) {
-  const std::string x(509, 'x'), y(85, 'y');
-  const std::vector<FileCase> cases = {
-      {"the last variable of a line keeps its line feed", "Eje;PK,Cota\nMuro;Alto\n", {"Eje:PK|Cota\n", "Muro:Alto\n"}},
-      {"a last line without line feed keeps its variable bare", "Eje;PK\nMuro;Alto", {"Eje:PK\n", "Muro:Alto"}},
-      {"an empty file", "", {}},
-      {"empty lines", "\n\n\n", {}},
-      {"empty variable names are skipped", "A;x,,y\nB;,z,\n", {"A:x|y\n", "B:z|\n"}},
-      {"leading semicolons are skipped, later ones belong to names", ";;A;x\nA;x;y,z\n", {"A:x\n", "A:x;y|z\n"}},
-      {"lines without variables are dropped", "Suelto\n;;;\nA;\nB;x\nC;", {"A:\n", "B:x\n"}},
-      {"blanks and high bytes belong to names", " A\xF1o ; \xFAtil , \xBA" "C\n", {" A\xF1o : \xFAtil | \xBA" "C\n"}},
-      {"duplicates are kept in file order", "Eje;PK,PK\nMuro;A\nEje;R\n", {"Eje:PK|PK\n", "Muro:A\n", "Eje:R\n"}},
-      {"600 characters: 511, then the rest", "A;" + x + "B;" + y + ",z\n", {"A:" + x, "B:" + y + "|z\n"}},
-  };
-  expectParsed(cases, [this](const std::string& bytes) {
-    CConjuntoVariableZep catalogue;
-    const int result = catalogue.leeFichero(open(bytes));
-    EXPECT_EQ(result, catalogue.groups.empty() ? 0 : 1);
-    return describe(catalogue.groups);
-  });
 }
 
 // Each read appends to the groups read before; the stream stays open.
@@ -261,60 +286,8 @@ TEST_F(HostFiles, ReferenceResolvesToTheLastMatchOrFallsBackToTheFirst) {
   EXPECT_EQ(catalogue.getGrupo(4)->getVariable(0), nullptr);
 }
 
-namespace {
-
-// Each test starts and ends with no table, the message file path in a fresh folder.
-class MessageFile : public HostFiles {
- protected:
-  void SetUp() override {
-    descargaMensajes();
-    setRutaMensajes(path.c_str());
-  }
-  void TearDown() override { descargaMensajes(); }
-  void write(std::string_view bytes) const { test::writeBytes(path, bytes); }
-  // The texts found for the keys, "-" for none, each followed by "|"; then the table as it is left.
-  static std::string lookup(std::initializer_list<std::pair<int32_t, int32_t>> keys) {
-    std::string out;
-    for (const auto& [group, id] : keys) out += std::string(getMensaje(group, id) ? getMensaje(group, id) : "-") + "|";
-    return out + std::to_string(numMensajes) + (MessageTable == nullptr ? " rows, no table" : " rows");
-  }
-
-  const std::string path = dir.file("mensajes.txt");
-};
-
-}  // namespace
-
-// Rows "group,id,text": the numbers as atoi reads them, the text after any commas and quotes up to
-// the next one. Only a line with all three is a row, and only with its line end; at most 512.
-TEST_F(MessageFile, LineFormat) {
-  const std::string a(507, 'a'), b(85, 'b');
-  std::string rows513;
-  for (int id = 1; id <= 513; ++id) rows513 += "1," + std::to_string(id) + ",t\n";
-  const std::vector<FileCase> cases = {
-      {"quoted rows", "3,3,\"Ins...\"\n3,4,\"Borrar\"\n", {"3,3:Ins...", "3,4:Borrar"}},
-      {"an unquoted text keeps its line feed", "3,11,Listas\n", {"3,11:Listas\n"}},
-      {"the last line is kept only with its line end", "3,1,\"uno\"\n3,2,\"dos\"", {"3,1:uno"}},
-      {"empty lines and lines of two tokens are no rows", "\n-2,7,\"neg\"\n1,1\n", {"-2,7:neg"}},
-      {"leading quotes and commas", "1,2,\"\"\"comillas\"\"\"\n1,3,,\"coma\"\n", {"1,2:comillas", "1,3:coma"}},
-      {"a text ends at a comma", "1,4,\"a,b\"\n", {"1,4:a"}},
-      {"numbers as atoi reads them", " 1, 5,blancos\n1x,6y,\"sufijos\"\n", {"1,5:blancos\n", "1,6:sufijos"}},
-      {"600 characters: 511, then the rest", "3,1," + a + "4,5," + b + "\n", {"3,1:" + a, "4,5:" + b + "\n"}},
-      {"ANSI bytes pass through", "3,10,\"Descripci\xF3n\"\n", {"3,10:Descripci\xF3n"}},
-      {"at most 512 rows", rows513, {"512 rows, the last 1,512:t\n"}},
-  };
-  expectParsed(cases, [this](const std::string& bytes) {
-    write(bytes);
-    cargaMensajes();
-    Lines rows;
-    for (const MessageEntry& row : std::vector<MessageEntry>(MessageTable, MessageTable + numMensajes))
-      rows.push_back(std::to_string(row.group) + "," + std::to_string(row.id) + ":" + row.text);
-    if (rows.size() > 100) return Lines{std::to_string(rows.size()) + " rows, the last " + rows.back()};
-    return rows;
-  });
-}
-
 // A lookup walks the rows until it passes its key, so a row out of order hides the rows after it.
-TEST_F(MessageFile, SortedLookup) {
+TEST_F(HostFiles, MessageLookupIsSorted) {
   write("3,3,\"Ins\"\n3,4,\"B\"\n3,9,\"Ed\"\n");
   EXPECT_EQ(lookup({{3, 4}, {3, 3}, {3, 9}, {3, 5}, {2, 1}, {3, 10}, {4, 1}}), "B|Ins|Ed|-|-|-|-|3 rows");
   write("3,9,\"Ed\"\n3,4,\"Borrar\"\n2,1,\"Antes\"\n");
@@ -325,7 +298,7 @@ TEST_F(MessageFile, SortedLookup) {
 // A file that does not open (HostTextFile decides which) gives no table, so each lookup tries again.
 // A table with rows is freed and the next lookup reloads it; an explicit load replaces it unless the
 // file does not open; a table without rows stays, and its file is not read again.
-TEST_F(MessageFile, TableLoadsOnDemandAndTextsAreDecodedForTheEditors) {
+TEST_F(HostFiles, MessageTableLoadsOnDemandAndTextsAreDecodedForTheEditors) {
   EXPECT_EQ(lookup({{3, 4}}), "-|0 rows, no table");
   EXPECT_EQ(textoMensaje(3, 4), u"");
   write("3,10,\"Descripci\xF3n\"\r\n4,5,\"Unidad \xBA" "C \x80\"\r\n");  // the host puts it in place later
@@ -337,7 +310,7 @@ TEST_F(MessageFile, TableLoadsOnDemandAndTextsAreDecodedForTheEditors) {
   write("3,6,\"Otro\"\n");
   cargaMensajes();
   EXPECT_EQ(lookup({{3, 5}, {3, 6}}), "-|Otro|1 rows");
-  std::filesystem::remove(path);
+  std::filesystem::remove(messageFile);
   cargaMensajes();
   EXPECT_EQ(lookup({{3, 6}}), "Otro|1 rows");
   for (const char* rowless : {"", "sin comas\n\n"}) {
