@@ -8,7 +8,6 @@
 #include <unistd.h>
 
 #include <cstdio>
-#include <filesystem>
 #include <string>
 #include <tuple>
 #include <vector>
@@ -310,7 +309,7 @@ TEST_F(HostFiles, MessageTableLoadsOnDemandAndTextsAreDecodedForTheEditors) {
   write("3,6,\"Otro\"\n");
   cargaMensajes();
   EXPECT_EQ(lookup({{3, 5}, {3, 6}}), "-|Otro|1 rows");
-  std::filesystem::remove(messageFile);
+  std::remove(messageFile.c_str());
   cargaMensajes();
   EXPECT_EQ(lookup({{3, 6}}), "Otro|1 rows");
   for (const char* rowless : {"", "sin comas\n\n"}) {

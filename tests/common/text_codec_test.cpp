@@ -2,7 +2,6 @@
 // text, on Spanish texts, broken input and cuts into fixed fields.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
@@ -104,8 +103,7 @@ TEST(BoundedUtf8, CutsNeverSplitACharacterNorPassTheField) {
   for (const auto& [maxBytes, kept] : {std::pair<std::size_t, std::size_t>{0, 0}, {10, 9}, {11, 11}, {17, 15},
                                        {18, 18}, {23, 20}, {24, 24}, {100, 24}})
     EXPECT_EQ(toUtf8Bounded(text, maxBytes), toUtf8(text).substr(0, kept)) << maxBytes;
-  char field[12];
-  std::fill(std::begin(field), std::end(field), '#');
+  char field[13] = "############";
   encodeUtf8(field, 11, u"Descripción");  // 12 bytes of text into 10 and a terminator
   EXPECT_STREQ(field, "Descripci");
   EXPECT_EQ(field[10], '#');  // nothing past the given size
