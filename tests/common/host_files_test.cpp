@@ -210,28 +210,6 @@ TEST_F(HostFiles, CatalogueReadsAppendAndLeaveTheStreamOpen) {
   EXPECT_EQ(describe(catalogue.groups), (Lines{"Eje:PK\n", "Muro:Alto\n", "Eje:PK\n"}));
 }
 
-TEST(CatalogueClasses, IndexesAreCheckedNamesCutAndGroupsCopyDeep) {
-  CConjuntoVariableZep catalogue;
-  EXPECT_EQ(catalogue.getGrupo(0), nullptr);
-  catalogue.groups = {CZepGrupo("Eje")};
-  catalogue.groups[0].variables = {CZepVariable("PK"), CZepVariable("Cota")};
-  const CZepGrupo& group = catalogue.groups[0];
-  EXPECT_EQ(catalogue.getGrupo(0), &group);
-  EXPECT_EQ(group.getNumVariables(), 2);
-  EXPECT_EQ(group.getVariable(1), &group.variables[1]);
-  for (int index : {-1, 2}) EXPECT_EQ(group.getVariable(index), nullptr) << index;
-  for (int index : {-1, 1}) EXPECT_EQ(catalogue.getGrupo(index), nullptr) << index;
-  EXPECT_EQ(CZepVariable(std::string(600, 'v')).name, std::string(511, 'v'));
-  EXPECT_EQ(CZepGrupo(std::string(512, 'g')).name, std::string(511, 'g'));
-  CZepGrupo copy("Muro");
-  copy.variables.resize(3);
-  copy = group;
-  copy.variables[0].name[0] = 'X';  // a deep copy: the source is not touched
-  CZepGrupo& same = copy;
-  copy = same;  // assigning a group to itself keeps its variables
-  EXPECT_EQ(describe({copy, group}), (Lines{"Eje:XK|Cota", "Eje:PK|Cota"}));
-}
-
 // The catalogue's bytes are taken as they are, line feed included. 511 characters are the most that
 // fit with the terminator; a pair that does not fit is refused and leaves the value as it was.
 TEST(MakeReference, WritesGroupFullStopVariableDollarOrRefusesAPairThatDoesNotFit) {
@@ -266,15 +244,31 @@ TEST(ReferenceText, IsRecognisedAndSplitAsTheEditorsDo) {
   }
 }
 
-// The last group of that name, else the first; in it the last variable of that name, else the
-// first. Names compare whole (the line feed of a line's last variable too), folding ASCII letters
-// only: 1252 "Ñ" and "ñ" stay apart. An empty catalogue or group gives positions with nothing there.
-TEST_F(HostFiles, ReferenceResolvesToTheLastMatchOrFallsBackToTheFirst) {
+// Indexes are checked, names cut to their field, groups copy deep. A reference resolves to the last
+// group of that name, else the first; in it the last variable of that name, else the first. Names
+// compare whole (the line feed of a line's last variable too), folding ASCII letters only: 1252 "Ñ"
+// and "ñ" stay apart. An empty catalogue or group gives positions with nothing there.
+TEST_F(HostFiles, CatalogueIndexesCopiesAndResolvesReferences) {
   CConjuntoVariableZep catalogue;
+  EXPECT_EQ(catalogue.getGrupo(0), nullptr);
   EXPECT_EQ(resolveReference(catalogue, {"Eje", "PK"}), (CatalogueIndex{0, 0}));
   catalogue.leeFichero(open("Eje;PK,Cota\nMuro;Alto,Alto,Ancho\nEje;Radio,PK,Cota\nA\xD1O;Mes\n"));
   catalogue.groups.emplace_back("Vacio");
   ASSERT_EQ(catalogue.getNumGrupos(), 5);
+  for (int index : {-1, 5}) EXPECT_EQ(catalogue.getGrupo(index), nullptr) << index;
+  const CZepGrupo& muro = *catalogue.getGrupo(1);
+  EXPECT_EQ(muro.getNumVariables(), 3);
+  EXPECT_EQ(muro.getVariable(2), &muro.variables[2]);
+  for (int index : {-1, 3}) EXPECT_EQ(muro.getVariable(index), nullptr) << index;
+  EXPECT_EQ(CZepVariable(std::string(600, 'v')).name, std::string(511, 'v'));
+  EXPECT_EQ(CZepGrupo(std::string(512, 'g')).name, std::string(511, 'g'));
+  CZepGrupo copy("Losa");
+  copy.variables.resize(5);
+  copy = muro;
+  copy.variables[0].name[0] = 'X';  // a deep copy: the source is not touched
+  CZepGrupo& same = copy;
+  copy = same;  // assigning a group to itself keeps its variables
+  EXPECT_EQ(describe({copy, muro}), (Lines{"Muro:Xlto|Alto|Ancho\n", "Muro:Alto|Alto|Ancho\n"}));
   const std::tuple<const char*, const char*, CatalogueIndex> rows[] = {
       {"EJE", "pk", {2, 1}}, {"muro", "ALTO", {1, 1}}, {"Eje", "Cota", {2, 0}}, {"Eje", "Cota\n", {2, 2}},
       {"Losa", "PK", {0, 0}}, {"Muro", "Largo", {1, 0}}, {"", "", {0, 0}}, {"Mur", "Alto", {0, 0}},
