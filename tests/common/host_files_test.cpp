@@ -196,20 +196,6 @@ TEST_F(HostFiles, OnlyARegularFileWithinItsBoundOpens) {
   EXPECT_EQ(reads(file.stream()), (Lines{"A;x\n", "B;y$"}));
 }
 
-// Each read appends to the groups read before; the stream stays open.
-TEST_F(HostFiles, CatalogueReadsAppendAndLeaveTheStreamOpen) {
-  CConjuntoVariableZep catalogue;
-  std::FILE* first = open("Eje;PK\n");
-  EXPECT_EQ(catalogue.leeFichero(first), 1);
-  EXPECT_TRUE(std::feof(first));
-  EXPECT_EQ(catalogue.leeFichero(open("Muro;Alto\r\n")), 1);
-  EXPECT_EQ(catalogue.leeFichero(open("")), 1);  // the groups read before still count
-  EXPECT_EQ(catalogue.leeFichero(first), 1);     // at its end: nothing more
-  ASSERT_EQ(std::fseek(first, 0, SEEK_SET), 0);  // still open: it reads again
-  catalogue.leeFichero(first);
-  EXPECT_EQ(describe(catalogue.groups), (Lines{"Eje:PK\n", "Muro:Alto\n", "Eje:PK\n"}));
-}
-
 // The catalogue's bytes are taken as they are, line feed included. 511 characters are the most that
 // fit with the terminator; a pair that does not fit is refused and leaves the value as it was.
 TEST(MakeReference, WritesGroupFullStopVariableDollarOrRefusesAPairThatDoesNotFit) {
@@ -244,18 +230,27 @@ TEST(ReferenceText, IsRecognisedAndSplitAsTheEditorsDo) {
   }
 }
 
-// Indexes are checked, names cut to their field, groups copy deep. A reference resolves to the last
-// group of that name, else the first; in it the last variable of that name, else the first. Names
-// compare whole (the line feed of a line's last variable too), folding ASCII letters only: 1252 "Ñ"
-// and "ñ" stay apart. An empty catalogue or group gives positions with nothing there.
-TEST_F(HostFiles, CatalogueIndexesCopiesAndResolvesReferences) {
+// Reads append and leave the stream open. Indexes are checked, names cut to their field, groups
+// copy deep. A reference resolves to the last group of that name, else the first; in it the last
+// variable of that name, else the first. Names compare whole (the line feed of a line's last
+// variable too), folding ASCII letters only: 1252 "Ñ" and "ñ" stay apart. An empty catalogue or
+// group gives positions with nothing there.
+TEST_F(HostFiles, CatalogueAppendsIndexesCopiesAndResolvesReferences) {
   CConjuntoVariableZep catalogue;
   EXPECT_EQ(catalogue.getGrupo(0), nullptr);
   EXPECT_EQ(resolveReference(catalogue, {"Eje", "PK"}), (CatalogueIndex{0, 0}));
-  catalogue.leeFichero(open("Eje;PK,Cota\nMuro;Alto,Alto,Ancho\nEje;Radio,PK,Cota\nA\xD1O;Mes\n"));
+  EXPECT_EQ(catalogue.leeFichero(open("Eje;PK,Cota\nMuro;Alto,Alto,Ancho\nEje;Radio,PK,Cota\n")), 1);
+  std::FILE* last = open("A\xD1O;Mes\r\n");
+  EXPECT_EQ(catalogue.leeFichero(last), 1);  // each read appends to the groups read before
+  EXPECT_TRUE(std::feof(last));
+  EXPECT_EQ(catalogue.leeFichero(open("")), 1);  // the groups read before still count
+  EXPECT_EQ(catalogue.leeFichero(last), 1);      // at its end: nothing more
+  ASSERT_EQ(std::fseek(last, 0, SEEK_SET), 0);   // still open: it reads again
+  catalogue.leeFichero(last);
   catalogue.groups.emplace_back("Vacio");
-  ASSERT_EQ(catalogue.getNumGrupos(), 5);
-  for (int index : {-1, 5}) EXPECT_EQ(catalogue.getGrupo(index), nullptr) << index;
+  ASSERT_EQ(describe(catalogue.groups), (Lines{"Eje:PK|Cota\n", "Muro:Alto|Alto|Ancho\n", "Eje:Radio|PK|Cota\n",
+                                               "A\xD1O:Mes\n", "A\xD1O:Mes\n", "Vacio:"}));
+  for (int index : {-1, 6}) EXPECT_EQ(catalogue.getGrupo(index), nullptr) << index;
   const CZepGrupo& muro = *catalogue.getGrupo(1);
   EXPECT_EQ(muro.getNumVariables(), 3);
   EXPECT_EQ(muro.getVariable(2), &muro.variables[2]);
@@ -272,11 +267,11 @@ TEST_F(HostFiles, CatalogueIndexesCopiesAndResolvesReferences) {
   const std::tuple<const char*, const char*, CatalogueIndex> rows[] = {
       {"EJE", "pk", {2, 1}}, {"muro", "ALTO", {1, 1}}, {"Eje", "Cota", {2, 0}}, {"Eje", "Cota\n", {2, 2}},
       {"Losa", "PK", {0, 0}}, {"Muro", "Largo", {1, 0}}, {"", "", {0, 0}}, {"Mur", "Alto", {0, 0}},
-      {"a\xF1o", "Mes\n", {0, 0}}, {"a\xD1o", "MES\n", {3, 0}}, {"vacio", "PK", {4, 0}},
+      {"a\xF1o", "Mes\n", {0, 0}}, {"a\xD1o", "MES\n", {4, 0}}, {"vacio", "PK", {5, 0}},
   };
   for (const auto& [group, variable, found] : rows)
     EXPECT_EQ(resolveReference(catalogue, {group, variable}), found) << group << "." << variable;
-  EXPECT_EQ(catalogue.getGrupo(4)->getVariable(0), nullptr);
+  EXPECT_EQ(catalogue.getGrupo(5)->getVariable(0), nullptr);
 }
 
 // A lookup walks the rows until it passes its key, so a row out of order hides the rows after it.
