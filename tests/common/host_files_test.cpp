@@ -153,9 +153,12 @@ TEST_F(HostFiles, EachParserReadsItsFilesWithEitherLineEnd) {
   }
 }
 
-// A folder opened as a file fails with an error, not an end, and so ends a catalogue's read; a
-// reader waiting for its end would hang, which kills the test (SIGALRM).
-TEST_F(HostFiles, LineReaderRefusesDegenerateArgumentsAndStopsAtErrors) {
+// Degenerate arguments are refused, and a folder opened as a file fails with an error, not an end,
+// which ends a catalogue's read. The message file, the catalogue and the CSV import open the host's
+// files through HostTextFile: only a regular file within the input's bound opens (the last one is a
+// byte over). A FIFO would block the open, /dev/zero never ends, /dev/urandom floods memory and a
+// reader waiting for a folder's end would hang: a hang ends the run (SIGALRM).
+TEST_F(HostFiles, ReadersRefuseDegenerateInputsAndStopAtErrors) {
   std::FILE* stream = open("abc\n");
   char buffer[16] = "xyz";
   for (int size : {0, -5}) EXPECT_EQ(readTextLine(buffer, size, stream), nullptr);
@@ -168,32 +171,24 @@ TEST_F(HostFiles, LineReaderRefusesDegenerateArgumentsAndStopsAtErrors) {
   // The look-ahead past a CR ending the file in a full buffer is no read.
   EXPECT_EQ(reads(open("ab\r"), 4), (Lines{"ab\r", kNone + "$"}));
   EXPECT_EQ(CConjuntoVariableZep().leeFichero(nullptr), 0);
-  std::FILE* folder = std::fopen(dir.path().c_str(), "r");
-  if (folder == nullptr) GTEST_SKIP() << "this system does not open folders as files";
-  streams_.push_back(folder);
-  EXPECT_EQ(readTextLine(buffer, sizeof buffer, folder), nullptr);
-  EXPECT_TRUE(std::ferror(folder));
-  EXPECT_STREQ(buffer, "abc");
-  ::alarm(20);
-  EXPECT_EQ(CConjuntoVariableZep().leeFichero(folder), 0);
-  ::alarm(0);
-}
-
-// The message file, the catalogue and the CSV import open the host's files through HostTextFile:
-// only a regular file within the input's bound opens. A FIFO would block the open, /dev/zero never
-// ends, /dev/urandom floods memory; a hang ends the run (SIGALRM). The last file is one byte over.
-TEST_F(HostFiles, OnlyARegularFileWithinItsBoundOpens) {
   ASSERT_EQ(::mkfifo(dir.file("pipe").c_str(), 0600), 0);
   const std::string twoLines = dir.write("two-lines", "A;x\r\nB;y");
+  const HostTextFile file(twoLines.c_str(), 8);  // reads as the file would, text-mode line ends included
+  EXPECT_EQ(reads(file.stream()), (Lines{"A;x\n", "B;y$"}));
+  std::FILE* folder = std::fopen(dir.path().c_str(), "r");
+  ASSERT_NE(folder, nullptr) << "this system does not open folders as files";
+  streams_.push_back(folder);
   ::alarm(20);
   for (const auto& [path, bound] : {std::pair<std::string, std::size_t>{dir.file("pipe"), kMaxCatalogueBytes},
                                     {"/dev/zero", kMaxCsvBytes}, {"/dev/urandom", kMaxMessageFileBytes},
                                     {dir.path().string(), kMaxMessageFileBytes}, {dir.file("missing"), 1000},
                                     {twoLines, 7}})
     EXPECT_EQ(HostTextFile(path.c_str(), bound).stream(), nullptr) << path;
+  EXPECT_EQ(readTextLine(buffer, sizeof buffer, folder), nullptr);
+  EXPECT_TRUE(std::ferror(folder));
+  EXPECT_STREQ(buffer, "abc");
+  EXPECT_EQ(CConjuntoVariableZep().leeFichero(folder), 0);
   ::alarm(0);
-  const HostTextFile file(twoLines.c_str(), 8);  // reads as the file would, text-mode line ends included
-  EXPECT_EQ(reads(file.stream()), (Lines{"A;x\n", "B;y$"}));
 }
 
 // The catalogue's bytes are taken as they are, line feed included. 511 characters are the most that
