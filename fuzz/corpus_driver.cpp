@@ -1,6 +1,6 @@
 // Feeds a fuzz target's entry every file of the folders (or the files) named on the command line, so
 // that its corpus runs as an ordinary test. A broken invariant or a crash aborts the run, which fails
-// the test; so does an empty corpus, which means a wrong path.
+// the test; so does a run without inputs (an empty corpus, a wrong path).
 #include <algorithm>
 #include <filesystem>
 
@@ -9,18 +9,17 @@
 namespace fs = std::filesystem;
 
 int main(int argc, char** argv) {
-  std::size_t count = 0;
+  std::vector<fs::path> files;
   for (int i = 1; i < argc; ++i) {
-    std::vector<fs::path> files{argv[i]};
-    if (fs::is_directory(argv[i])) files.assign(fs::directory_iterator(argv[i]), fs::directory_iterator());
-    std::sort(files.begin(), files.end());
-    for (const fs::path& file : files) {
-      const std::string bytes = orvane::test::readBytes(file);
-      std::fprintf(stderr, "%s\n", file.c_str());
-      LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
-      ++count;
-    }
+    if (fs::is_directory(argv[i])) files.insert(files.end(), fs::directory_iterator(argv[i]), fs::directory_iterator());
+    else if (fs::exists(argv[i])) files.emplace_back(argv[i]);
   }
-  std::printf("%zu inputs passed\n", count);
-  return count > 0 ? 0 : 1;
+  std::sort(files.begin(), files.end());
+  for (const fs::path& file : files) {
+    const std::string bytes = orvane::test::readBytes(file);
+    std::fprintf(stderr, "%s\n", file.c_str());
+    LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
+  }
+  std::printf("%zu inputs passed\n", files.size());
+  return files.empty() ? 1 : 0;
 }

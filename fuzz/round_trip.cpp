@@ -1,6 +1,7 @@
 // Load, save, load again: any file that loads as a property-set or quantity-set document saves to a
 // file that loads, without losing a set, property, relation or quantity, and one save settles it:
 // saving what was loaded from a saved file changes nothing (but for the "%%" of references).
+#include <numeric>
 #include <type_traits>
 
 #include "fuzz/document_checks.h"
@@ -22,9 +23,7 @@ std::string printed(const Records& records, Write write, bool keepOrder) {
     texts.emplace_back(out.CStr());
   }
   if (!keepOrder) std::sort(texts.begin(), texts.end());
-  std::string all;
-  for (const std::string& text : texts) all += text;
-  return all;
+  return std::accumulate(texts.begin(), texts.end(), std::string());
 }
 
 // Integer and Real values that refer to host variables are printed as formats, "%%" as "%", so a run
@@ -33,9 +32,8 @@ std::string contents(CIfcProyectPSet doc) {
   for (CIfcPropertySet& set : doc.propertySets)
     for (CIfcPropertyName& property : set.properties) {
       if (property.valueType != PropertyInteger && property.valueType != PropertyReal) continue;
-      std::string text;
-      for (const char* c = property.textValue; *c != '\0'; ++c)
-        if (*c != '%' || text.empty() || text.back() != '%') text.push_back(*c);
+      std::string text = property.textValue;
+      text.erase(std::unique(text.begin(), text.end(), [](char a, char b) { return a == '%' && b == '%'; }), text.end());
       orvane::copyText(property.textValue, text);
     }
   return printed(doc.enums, orvane::xml::writeEnum, false) +

@@ -2,7 +2,6 @@
 // text, on Spanish texts, broken input and cuts into fixed fields.
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <random>
 #include <string>
 #include <vector>
@@ -32,9 +31,13 @@ void expectConversions(const std::vector<Conversion>& rows, std::u16string (*toW
 
 }  // namespace
 
-// The undefined bytes read as the C1 controls of their value; of those controls only U+0080 has no
-// byte, since 0x80 is "€". What has no byte becomes one "?", a surrogate pair or a lone half too.
-TEST(AnsiText, ConvertsBothWaysAndMissingCharactersBecomeOneQuestionMarkEach) {
+// Windows-1252: the undefined bytes read as the C1 controls of their value; of those controls only
+// U+0080 has no byte, since 0x80 is "€". What has no byte becomes one "?", a surrogate pair or a
+// lone half too. UTF-8: each invalid byte becomes one replacement: a stray byte, Windows-1252 read
+// as UTF-8, stray continuation bytes, an overlong "/", an encoded surrogate, beyond U+10FFFF, a
+// sequence cut short (at the end, or followed by valid text). Lone surrogates, in any order or at
+// the end, are replaced.
+TEST(TextCodec, ConvertsBothWaysAndReplacesWhatHasNoCode) {
   expectConversions({{"Descripci\xF3n \xBA" "C A\xD1O a\xF1o 20 \x80 \xBF" "Continuar?",
                       u"Descripción ºC AÑO año 20 € ¿Continuar?"},
                      {"", u""}, {std::string("a\0b", 3), std::u16string(u"a\0b", 3)},
@@ -48,12 +51,6 @@ TEST(AnsiText, ConvertsBothWaysAndMissingCharactersBecomeOneQuestionMarkEach) {
   EXPECT_EQ(wide.size(), all.size());  // one character per byte, none replaced
   EXPECT_EQ(wide.find(u'\uFFFD'), std::u16string::npos);
   EXPECT_EQ(toAnsi(wide), all);
-}
-
-// Each invalid byte becomes one replacement: a stray byte, Windows-1252 read as UTF-8, stray
-// continuation bytes, an overlong "/", an encoded surrogate, beyond U+10FFFF, a sequence cut short
-// (at the end, or followed by valid text). Lone surrogates, in any order or at the end, are replaced.
-TEST(Utf8Text, ConvertsBothWaysAndEachInvalidByteBecomesOneReplacement) {
   expectConversions({{"Descripci\xC3\xB3n \xC2\xBA" "C A\xC3\xB1o \xE2\x82\xAC \xF0\x9F\x98\x80",
                       u"Descripción ºC Año € \U0001F600"},
                      {"a\xFF" "b A\xF1o \x80\xBF \xC0\xAF", u"a\uFFFDb A\uFFFDo \uFFFD\uFFFD \uFFFD\uFFFD", kToWide},
@@ -64,11 +61,11 @@ TEST(Utf8Text, ConvertsBothWaysAndEachInvalidByteBecomesOneReplacement) {
                     fromUtf8, toUtf8);
   EXPECT_EQ(u16("Validación"), u"Validación");
   EXPECT_EQ(u16(nullptr), u"");
-  std::u16string wide;
-  for (int i = 0; i < 3000; ++i) wide += u"ñ€";  // far beyond any internal chunk
-  EXPECT_EQ(toUtf8(wide).size(), 3000u * 5);
-  EXPECT_EQ(fromUtf8(toUtf8(wide)), wide);
-  EXPECT_EQ(fromAnsi(toAnsi(wide)), wide);
+  std::u16string many;
+  for (int i = 0; i < 3000; ++i) many += u"ñ€";  // far beyond any internal chunk
+  EXPECT_EQ(toUtf8(many).size(), 3000u * 5);
+  EXPECT_EQ(fromUtf8(toUtf8(many)), many);
+  EXPECT_EQ(fromAnsi(toAnsi(many)), many);
 }
 
 // Arbitrary bytes give valid UTF-8 that reads back to the same wide text.
@@ -104,8 +101,7 @@ TEST(BoundedUtf8, CutsNeverSplitACharacterNorPassTheField) {
   for (const auto& [maxBytes, kept] : {std::pair<std::size_t, std::size_t>{0, 0}, {10, 9}, {11, 11}, {17, 15},
                                        {18, 18}, {23, 20}, {24, 24}, {100, 24}})
     EXPECT_EQ(toUtf8Bounded(text, maxBytes), toUtf8(text).substr(0, kept)) << maxBytes;
-  char field[12];
-  std::fill(std::begin(field), std::end(field), '#');
+  char field[13] = "############";
   encodeUtf8(field, 11, u"Descripción");  // 12 bytes of text into 10 and a terminator
   EXPECT_STREQ(field, "Descripci");
   EXPECT_EQ(field[10], '#');  // nothing past the given size

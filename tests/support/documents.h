@@ -40,9 +40,8 @@ inline std::string propertySet(std::string_view name, std::string_view propertie
 // Writes `xml` to a file in `dir` and reads it into a fresh document; `result` gets lee's result.
 template <class Document>
 Document load(const TempDir& dir, std::string_view xml, int* result = nullptr) {
-  const std::string path = dir.write("in.xml", xml);
   Document document;
-  const int got = document.lee(path.c_str());
+  const int got = document.lee(dir.write("in.xml", xml).c_str());
   if (result != nullptr) *result = got;
   return document;
 }

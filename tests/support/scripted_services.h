@@ -3,14 +3,9 @@
 #ifndef ORVANE_TESTS_SCRIPTED_SERVICES_H
 #define ORVANE_TESTS_SCRIPTED_SERVICES_H
 
-#include <deque>
 #include <functional>
-#include <optional>
-#include <string>
 #include <typeindex>
-#include <vector>
 
-#include "editors/common/dialog.h"
 #include "support/scripted_answers.h"
 
 namespace orvane::test {
