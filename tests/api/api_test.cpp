@@ -327,7 +327,7 @@ TEST(GetCuantificadoresFichero, GivesEveryQuantityInSortedSetOrder) {
 }
 
 // The merge only adds; the output holds the named sets with the records' quantities only.
-TEST(SetCuantificadoresFichero, AddsWhatIsMissingAndWritesTheNamedSetsToTheOutput) {
+TEST(SetCuantificadoresFichero, AddsWhatIsMissingAndWritesTheNamedSetsToTheOutputWhateverTheSetSize) {
   TempDir dir;
   const std::string path = dir.write(
       "q.xml", qsetFile("<TypeQuorsel>IfcLengthMeasure</TypeQuorsel>", "<ObjectQuorsel>Muro</ObjectQuorsel>",
@@ -347,30 +347,26 @@ TEST(SetCuantificadoresFichero, AddsWhatIsMissingAndWritesTheNamedSetsToTheOutpu
   EXPECT_EQ(quantitiesOf(out), (Lines{"Acera.Superficie 1 1 exported desc ''", longOne, "Walls.Area 1 12.5 exported desc ''",
                                       "Walls.Largo 0 4 exported desc ''", "Zona.Volumen 2 7 exported desc ''"}));
   EXPECT_EQ(readBytes(out + ".bak"), readBytes(out));  // written twice: its backup holds the new contents too
-}
 
-// Large sets are searched through an index, small ones in order: either way the first member of a
-// name (ignoring case) is the one found, before and after a set grows past the index's threshold.
-TEST(SetCuantificadoresFichero, FindsTheFirstMemberOfANameInSetsOfAnySize) {
-  TempDir dir;
+  // Large sets are searched through an index, small ones in order: either way the first member of a
+  // name (ignoring case) is the one found, before and after a set grows past the index's threshold.
   std::string big;
   Lines inDocument{"big"}, inOutput{"BIG", "Q35", "extra", "nuevo"};
-  std::vector<FlatQuantityRecord> records{qty(1, "BIG", "Q35", 99), qty(1, "big", "extra", 1), qty(1, "Big", "EXTRA", 2)};
+  std::vector<FlatQuantityRecord> more{qty(1, "BIG", "Q35", 99), qty(1, "big", "extra", 1), qty(1, "Big", "EXTRA", 2)};
   for (int i = 0; i < 40; ++i) {
     big += quantity("q" + std::to_string(i), "IfcAreaMeasure", "1");
     inDocument.push_back("q" + std::to_string(i));
-    records.push_back(qty(2, "nuevo", "n" + std::to_string(i), i));
+    more.push_back(qty(2, "nuevo", "n" + std::to_string(i), i));
     inOutput.push_back("n" + std::to_string(i));
   }
-  for (const char* again : {"N39", "n31", "N32", "n0"}) records.push_back(qty(2, "nuevo", again, -1));
+  for (const char* again : {"N39", "n31", "N32", "n0"}) more.push_back(qty(2, "nuevo", again, -1));
   inDocument.push_back("extra");
   inDocument.insert(inDocument.end(), inOutput.begin() + 3, inOutput.end());
-  const std::string path = dir.write("q.xml", qsetFile("", "", quantitySet("big", big)));
-  const std::string out = dir.file("out.xml");
-  ASSERT_EQ(setCuantificadoresFichero(path.c_str(), out.c_str(), records.data(), static_cast<int>(records.size())), 1);
-  EXPECT_EQ(namesIn(path), inDocument);
-  EXPECT_EQ(namesIn(out), inOutput);
-  const Lines merged = quantitiesOf(path);
+  const std::string bigPath = dir.write("big.xml", qsetFile("", "", quantitySet("big", big))), bigOut = dir.file("big-out.xml");
+  ASSERT_EQ(setCuantificadoresFichero(bigPath.c_str(), bigOut.c_str(), more.data(), static_cast<int>(more.size())), 1);
+  EXPECT_EQ(namesIn(bigPath), inDocument);
+  EXPECT_EQ(namesIn(bigOut), inOutput);
+  const Lines merged = quantitiesOf(bigPath);
   EXPECT_NE(std::find(merged.begin(), merged.end(), "big.extra 1 1 exported desc ''"), merged.end());
   EXPECT_NE(std::find(merged.begin(), merged.end(), "nuevo.n39 2 39 exported desc ''"), merged.end());
 }
@@ -476,37 +472,30 @@ TEST(HandleDocument, NewRecordsAreFilledAsTheHostExpectsAndCutTo511Bytes) {
   liberaIfcProyectPset(doc);
 }
 
+// A document without a set takes no property.
 TEST(HandleDocument, NullArgumentsMissingSetsAndFilesThatDoNotLoadGiveTheFailureResults) {
   TempDir dir;
   liberaIfcProyectPset(nullptr);
-  EXPECT_EQ(cargaIfcProyectPSet(nullptr), nullptr);
-  for (const std::string& path : {dir.file("missing.xml"), dir.write("broken.xml", "<PropertySetsBIM><PropertiesSet>"),
-                                  dir.write("other.xml", "<?xml version=\"1.0\"?><QuantitiesSetQuorsel/>")})
-    EXPECT_EQ(cargaIfcProyectPSet(path.c_str()), nullptr) << path;
-  EXPECT_EQ(nuevoPSet(nullptr, "S"), nullptr);
-  EXPECT_EQ(nuevaPropiedadEntera(nullptr, "a", 1), nullptr);
-  EXPECT_EQ(nuevaPropiedadDoble(nullptr, "a", 1.0), nullptr);
-  EXPECT_EQ(nuevaPropiedadStr(nullptr, "a", "x"), nullptr);
-  EXPECT_EQ(getPset(nullptr, 0), nullptr);
-  EXPECT_EQ(getNombrePropiedad(nullptr, 0, 0), nullptr);
-  EXPECT_EQ(getUnidadPropiedad(nullptr, 0, 0), 0);
-  EXPECT_EQ(getValorPropiedadDoble(nullptr, 0, 0), DBL_MAX);
-  EXPECT_EQ(getValorPropiedadStr(nullptr, 0, 0), nullptr);
-  EXPECT_EQ(getValorPropiedadStr2(nullptr, "S", "a"), nullptr);
-  EXPECT_EQ(guardaIfcProyectPset(nullptr, dir.file("never.xml").c_str()), 0);
   void* doc = nuevoIfcProyectPSet();
-  EXPECT_EQ(nuevaPropiedadEntera(doc, "a", 1), nullptr);  // no set to hold it
-  EXPECT_EQ(nuevaPropiedadDoble(doc, "b", 1.0), nullptr);
-  EXPECT_EQ(nuevaPropiedadStr(doc, "c", "x"), nullptr);
-  EXPECT_EQ(nuevoPSet(doc, nullptr), nullptr);
-  EXPECT_EQ(getPset(doc, 0), nullptr);  // nothing was appended
+  using Nulls = std::vector<const void*>;
+  EXPECT_EQ((Nulls{nuevaPropiedadEntera(doc, "a", 1), nuevaPropiedadDoble(doc, "b", 1.0), nuevaPropiedadStr(doc, "c", "x"),
+                   nuevoPSet(doc, nullptr), getPset(doc, 0)}),
+            Nulls(5));
   ASSERT_NE(nuevoPSet(doc, "S"), nullptr);
-  EXPECT_EQ(nuevaPropiedadStr(doc, "a", nullptr), nullptr);
-  EXPECT_EQ(nuevaPropiedadStr(doc, nullptr, "x"), nullptr);
-  EXPECT_EQ(nuevaPropiedadDoble(doc, nullptr, 1.0), nullptr);
-  EXPECT_EQ(getNombrePropiedad(doc, 0, 0), nullptr);
-  EXPECT_EQ(guardaIfcProyectPset(doc, nullptr), 0);
-  EXPECT_TRUE(dir.names().count("never.xml") == 0);
+  const Nulls nulls = {
+      cargaIfcProyectPSet(nullptr), cargaIfcProyectPSet(dir.file("missing.xml").c_str()),
+      cargaIfcProyectPSet(dir.write("broken.xml", "<PropertySetsBIM><PropertiesSet>").c_str()),
+      cargaIfcProyectPSet(dir.write("other.xml", "<?xml version=\"1.0\"?><QuantitiesSetQuorsel/>").c_str()),
+      nuevoPSet(nullptr, "S"), nuevaPropiedadEntera(nullptr, "a", 1), nuevaPropiedadDoble(nullptr, "a", 1.0),
+      nuevaPropiedadStr(nullptr, "a", "x"), getPset(nullptr, 0), getNombrePropiedad(nullptr, 0, 0),
+      getValorPropiedadStr(nullptr, 0, 0), getValorPropiedadStr2(nullptr, "S", "a"), nuevaPropiedadStr(doc, "a", nullptr),
+      nuevaPropiedadStr(doc, nullptr, "x"), nuevaPropiedadDoble(doc, nullptr, 1.0), getNombrePropiedad(doc, 0, 0)};
+  EXPECT_EQ(nulls, Nulls(nulls.size()));
+  EXPECT_EQ((std::vector<double>{double(getUnidadPropiedad(nullptr, 0, 0)), getValorPropiedadDoble(nullptr, 0, 0),
+                                 double(guardaIfcProyectPset(nullptr, dir.file("never.xml").c_str())),
+                                 double(guardaIfcProyectPset(doc, nullptr))}),
+            (std::vector<double>{0, DBL_MAX, 0, 0}));
+  EXPECT_EQ(dir.names().count("never.xml"), 0u);
   liberaIfcProyectPset(doc);
 }
 

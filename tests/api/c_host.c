@@ -12,13 +12,8 @@ int _Z13getEnumeradosPcS_PS_i(char* path, char* typeName, char** valueBuffers, i
 
 static int failures = 0;
 
-#define CHECK(condition)                                                      \
-  do {                                                                        \
-    if (!(condition)) {                                                       \
-      fprintf(stderr, "%s:%d: failed: %s\n", __FILE__, __LINE__, #condition); \
-      ++failures;                                                             \
-    }                                                                         \
-  } while (0)
+#define CHECK(condition) \
+  ((condition) ? (void)0 : (void)(fprintf(stderr, "%s:%d: failed: %s\n", __FILE__, __LINE__, #condition), ++failures))
 
 static int same(const char* actual, const char* expected) { return actual != NULL && strcmp(actual, expected) == 0; }
 
