@@ -246,6 +246,16 @@ TEST(SetPropiedadesFichero, MergesRecordsIntoTheDocumentAndWritesThePartialOne) 
   EXPECT_EQ(namesIn(partial), (Lines{"Colores", "MURO", "ENTERO", "Real", "Referencia", "Texto", "Color", "Portante",
                                      "Fecha", "Z", "Color", "c", "n", "A", "p", s256, n256}));
   EXPECT_EQ(propertiesOf(partial).at(1), "A.p 2 0 0 'segundo' enum '' unit 0 desc '' rule ''");
+
+  // Only the first of sets and properties whose names differ in case alone is updated.
+  const std::string twice = dir.write("twice.xml", psetFile("", propertySet("Muros", property("Alto", "String", "1") +
+                                                                                    property("ALTO", "String", "2")) +
+                                                               propertySet("MUROS", property("alto", "String", "3"))));
+  Lines expected = propertiesOf(twice);  // the order of the two sets after loading is not fixed
+  const FlatPropertyRecord record = prop(2, "muros", "alto", "nuevo");
+  ASSERT_EQ(setPropiedadesFichero(twice.c_str(), dir.file("partial-twice.xml").c_str(), &record, 1, 1), 1);
+  expected[1] = expected[1].substr(0, expected[1].find(' ')) + " 2 0 0 'nuevo' enum '' unit 0 desc '' rule ''";
+  EXPECT_EQ(propertiesOf(twice), expected);
 }
 
 // What each merge returns for counts, saves and null arguments, and what the document and the
@@ -291,17 +301,6 @@ TEST(FlatExchange, MergeCountsSavesAndNullArguments) {
   }
 }
 
-TEST(SetPropiedadesFichero, UpdatesTheFirstOfSetsAndPropertiesThatDifferOnlyInCase) {
-  TempDir dir;
-  const std::string path = dir.write("p.xml", psetFile("", propertySet("Muros", property("Alto", "String", "1") +
-                                                                                    property("ALTO", "String", "2")) +
-                                                               propertySet("MUROS", property("alto", "String", "3"))));
-  Lines expected = propertiesOf(path);  // the order of the two sets after loading is not fixed
-  const FlatPropertyRecord record = prop(2, "muros", "alto", "nuevo");
-  ASSERT_EQ(setPropiedadesFichero(path.c_str(), dir.file("partial.xml").c_str(), &record, 1, 1), 1);
-  expected[1] = expected[1].substr(0, expected[1].find(' ')) + " 2 0 0 'nuevo' enum '' unit 0 desc '' rule ''";
-  EXPECT_EQ(propertiesOf(path), expected);
-}
 
 // Rows in the order the records come. The host's padding and the bytes after each name stay its own.
 TEST(GetCuantificadoresFichero, GivesEveryQuantityInSortedSetOrder) {

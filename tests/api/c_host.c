@@ -18,8 +18,9 @@ static int failures = 0;
 static int same(const char* actual, const char* expected) { return actual != NULL && strcmp(actual, expected) == 0; }
 
 int main(int argc, char** argv) {
-  static FlatPropertyRecord properties[3];
-  static FlatQuantityRecord quantities[2];
+  static FlatPropertyRecord properties[3] = {
+      {.valueType = 3, .setName = "Forjados", .enumName = "Colores", .propertyName = "Color", .valueText = "Rojo"}};
+  static FlatQuantityRecord quantities[2] = {{.measureType = 1, .setName = "Muros", .quantityName = "Area", .value = 12.5}};
   static char path[6][1024], literal[512];
   static const char* const names[6] = {"document.xml", "partial.xml", "quantities.xml", "out.xml", "out.ids", "out.ifc"};
   char typeName[] = "colores";
@@ -39,11 +40,6 @@ int main(int argc, char** argv) {
   CHECK(guardaIfcProyectPset(doc, path[0]) == 1);
   liberaIfcProyectPset(doc);
 
-  properties[0].valueType = 3;
-  strcpy(properties[0].setName, "Forjados");
-  strcpy(properties[0].enumName, "Colores");
-  strcpy(properties[0].propertyName, "Color");
-  strcpy(properties[0].valueText, "Rojo");
   CHECK(setPropiedadesFichero(path[0], path[1], properties, 1, 1) == 1);
   doc = cargaIfcProyectPSet(path[0]);
   CHECK(doc != NULL && same(getValorPropiedadStr2(doc, "forjados", "COLOR"), "Rojo"));
@@ -59,10 +55,6 @@ int main(int argc, char** argv) {
   buffers[0] = literal;
   CHECK(_Z13getEnumeradosPcS_PS_i(path[1], typeName, buffers, 1) == 1 && same(literal, "Rojo"));
 
-  quantities[0].measureType = 1;
-  strcpy(quantities[0].setName, "Muros");
-  strcpy(quantities[0].quantityName, "Area");
-  quantities[0].value = 12.5;
   CHECK(setCuantificadoresFichero(path[2], path[3], quantities, 1) == 1);
   memset(quantities, 0, sizeof quantities);
   CHECK(getCuantificadoresFichero(path[3], quantities, 2) == 1 && quantities[0].value == 12.5);

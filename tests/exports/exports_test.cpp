@@ -20,7 +20,6 @@
 #include "support/temp_dir.h"
 
 using namespace orvane::test;
-using tinyxml2::XMLConstHandle;
 using Lines = std::vector<std::string>;
 namespace fs = std::filesystem;
 
@@ -49,9 +48,15 @@ std::string joined(const Lines& texts, const char* separator) {
   return out;
 }
 
-std::string simpleValue(XMLConstHandle facet, const char* name) {
-  const tinyxml2::XMLElement* value = facet.FirstChildElement(name).FirstChildElement("simpleValue").ToElement();
-  return value != nullptr && value->GetText() != nullptr ? value->GetText() : "";
+// The first element down a path of child names, or null.
+const tinyxml2::XMLElement* at(const tinyxml2::XMLNode* node, std::initializer_list<const char*> path) {
+  for (const char* name : path) node = node != nullptr ? node->FirstChildElement(name) : nullptr;
+  return node != nullptr ? node->ToElement() : nullptr;
+}
+
+std::string textAt(const tinyxml2::XMLNode* node, std::initializer_list<const char*> path) {
+  const tinyxml2::XMLElement* element = at(node, path);
+  return element != nullptr && element->GetText() != nullptr ? element->GetText() : "";
 }
 
 std::string attribute(const tinyxml2::XMLElement* element, const char* name) {
@@ -69,20 +74,16 @@ Lines idsLines(const std::string& path) {
   tinyxml2::XMLDocument document;
   EXPECT_EQ(document.LoadFile(path.c_str()), tinyxml2::XML_SUCCESS);
   Lines lines;
-  for (auto* spec = XMLConstHandle(document).FirstChildElement("ids").FirstChildElement("specifications")
-                        .FirstChildElement("specification").ToElement();
-       spec != nullptr; spec = spec->NextSiblingElement("specification")) {
-    const XMLConstHandle applies = XMLConstHandle(spec).FirstChildElement("applicability");
-    const XMLConstHandle entity = applies.FirstChildElement("entity");
-    lines.push_back("for " + (entity.ToElement() ? simpleValue(entity, "name")
-                                                 : "set " + simpleValue(applies.FirstChildElement("property"), "propertySet")));
-    for (auto* facet = XMLConstHandle(spec).FirstChildElement("requirements").FirstChildElement("property").ToElement();
-         facet != nullptr; facet = facet->NextSiblingElement("property")) {
+  for (auto* spec = at(&document, {"ids", "specifications", "specification"}); spec != nullptr;
+       spec = spec->NextSiblingElement("specification")) {
+    lines.push_back("for " + (at(spec, {"applicability", "entity"}) != nullptr
+                                  ? textAt(spec, {"applicability", "entity", "name", "simpleValue"})
+                                  : "set " + textAt(spec, {"applicability", "property", "propertySet", "simpleValue"})));
+    for (auto* facet = at(spec, {"requirements", "property"}); facet != nullptr; facet = facet->NextSiblingElement("property")) {
       Lines values;
-      for (auto* e = XMLConstHandle(facet).FirstChildElement("value").FirstChildElement("xs:restriction")
-                         .FirstChildElement("xs:enumeration").ToElement(); e; e = e->NextSiblingElement("xs:enumeration"))
+      for (auto* e = at(facet, {"value", "xs:restriction", "xs:enumeration"}); e; e = e->NextSiblingElement("xs:enumeration"))
         values.push_back(attribute(e, "value"));
-      lines.push_back(simpleValue(XMLConstHandle(facet), "propertySet") + "." + simpleValue(XMLConstHandle(facet), "baseName") + "\t" +
+      lines.push_back(textAt(facet, {"propertySet", "simpleValue"}) + "." + textAt(facet, {"baseName", "simpleValue"}) + "\t" +
                       attribute(facet, "dataType") + "\t" + joined(values, "|") + "\t" + attribute(facet, "cardinality"));
     }
   }
