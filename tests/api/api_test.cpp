@@ -266,24 +266,20 @@ TEST(FlatExchange, MergeCountsSavesAndNullArguments) {
   const std::string p = dir.file("p.xml"), q = dir.file("q.xml"), second = dir.file("second.xml"), fresh = dir.file("new.xml");
   const FlatPropertyRecord aProperty = prop(2, "N", "b", "2");
   const FlatQuantityRecord aQuantity = qty(1, "N", "q", 1.0);
-  const auto merge = [&](const std::string& path, const char* out, const FlatPropertyRecord* records, int count, int save) {
-    return [=] { return setPropiedadesFichero(path.empty() ? nullptr : path.c_str(), out, records, count, save); };
-  };
-  const auto add = [&](const char* path, const char* out, const FlatQuantityRecord* records, int count) {
-    return [=] { return setCuantificadoresFichero(path, out, records, count); };
-  };
   const struct { std::function<int()> call; int result; std::string document; Lines saved, written; } rows[] = {
-      {merge(p, second.c_str(), nullptr, 0, 0), 1, p, {"same"}, {"none"}},
-      {merge(p, second.c_str(), nullptr, -1, 1), 1, p, {"S", "a"}, {"none"}},
-      {merge(p, second.c_str(), &aProperty, 1, 0), 1, p, {"same"}, {"N", "b"}},
-      {merge(fresh, second.c_str(), &aProperty, 1, 1), 1, fresh, {"N", "b"}, {"N", "b"}},  // no document yet
-      {merge("", second.c_str(), &aProperty, 1, 1), 0, p, {"same"}, {"none"}},
-      {merge(p, second.c_str(), nullptr, 1, 1), 0, p, {"same"}, {"none"}},
-      {merge(p, nullptr, &aProperty, 1, 1), 0, p, {"same"}, {"none"}},
-      {add(q.c_str(), second.c_str(), nullptr, 0), 1, q, {"A", "q", "b", "q"}, {}},  // sorted; an empty output
-      {add(nullptr, second.c_str(), &aQuantity, 1), 0, q, {"same"}, {"none"}},
-      {add(q.c_str(), nullptr, &aQuantity, 1), 0, q, {"same"}, {"none"}},
-      {add(q.c_str(), second.c_str(), nullptr, 1), 0, q, {"same"}, {"none"}}};
+      {[&] { return setPropiedadesFichero(p.c_str(), second.c_str(), nullptr, 0, 0); }, 1, p, {"same"}, {"none"}},
+      {[&] { return setPropiedadesFichero(p.c_str(), second.c_str(), nullptr, -1, 1); }, 1, p, {"S", "a"}, {"none"}},
+      {[&] { return setPropiedadesFichero(p.c_str(), second.c_str(), &aProperty, 1, 0); }, 1, p, {"same"}, {"N", "b"}},
+      // no document yet
+      {[&] { return setPropiedadesFichero(fresh.c_str(), second.c_str(), &aProperty, 1, 1); }, 1, fresh, {"N", "b"}, {"N", "b"}},
+      {[&] { return setPropiedadesFichero(nullptr, second.c_str(), &aProperty, 1, 1); }, 0, p, {"same"}, {"none"}},
+      {[&] { return setPropiedadesFichero(p.c_str(), second.c_str(), nullptr, 1, 1); }, 0, p, {"same"}, {"none"}},
+      {[&] { return setPropiedadesFichero(p.c_str(), nullptr, &aProperty, 1, 1); }, 0, p, {"same"}, {"none"}},
+      // sorted; an empty output
+      {[&] { return setCuantificadoresFichero(q.c_str(), second.c_str(), nullptr, 0); }, 1, q, {"A", "q", "b", "q"}, {}},
+      {[&] { return setCuantificadoresFichero(nullptr, second.c_str(), &aQuantity, 1); }, 0, q, {"same"}, {"none"}},
+      {[&] { return setCuantificadoresFichero(q.c_str(), nullptr, &aQuantity, 1); }, 0, q, {"same"}, {"none"}},
+      {[&] { return setCuantificadoresFichero(q.c_str(), second.c_str(), nullptr, 1); }, 0, q, {"same"}, {"none"}}};
   const std::string psets = psetFile("", propertySet("S", property("a", "String", "1"))),
                     qsets = qsetFile("", "", quantitySet("b", quantity("q", "IfcAreaMeasure", "1")) +
                                                  quantitySet("A", quantity("q", "IfcAreaMeasure", "2")));
