@@ -131,34 +131,24 @@ Lines quantitiesOf(const std::string& path) {
 
 // ---- Flat exchange -------------------------------------------------------------------------------
 
-// maxRecords bounds what is written; no room, a missing, malformed or memberless file or a null
-// argument gives nothing, and a record not written keeps every host byte.
+// maxRecords bounds what is read from `several` (a file of two members or more); no room, a missing,
+// malformed or memberless file or a null argument gives nothing; a record not written keeps every host byte.
 template <class Record>
-void expectReadLimits(int (*get)(const char*, Record*, int), const std::string& twoMembers, const std::string& none) {
-  TempDir dir;
-  const std::string two = dir.write("two.xml", twoMembers), empty = dir.write("none.xml", none),
-                    broken = dir.write("broken.xml", "<a><b>"), missing = dir.file("missing.xml");
+void expectReadLimits(int (*get)(const char*, Record*, int), const TempDir& dir, const std::string& several,
+                      const std::string& none) {
+  const std::string empty = dir.write("none.xml", none), broken = dir.write("broken.xml", "<a><b>"),
+                    missing = dir.file("missing.xml");
   auto records = hostRecords<Record>(2);
   const struct { const char* path; Record* records; int max, filled; } rows[] = {
-      {two.c_str(), records.data(), 0, 0}, {two.c_str(), records.data(), -3, 0}, {two.c_str(), nullptr, 1, 0},
+      {several.c_str(), records.data(), 0, 0}, {several.c_str(), records.data(), -3, 0}, {several.c_str(), nullptr, 1, 0},
       {nullptr, records.data(), 1, 0},     {missing.c_str(), records.data(), 1, 0},
       {broken.c_str(), records.data(), 1, 0}, {empty.c_str(), records.data(), 1, 0},
-      {two.c_str(), records.data(), 1, 1}};
+      {several.c_str(), records.data(), 1, 1}};
   for (const auto& row : rows) {
     SCOPED_TRACE(testing::Message() << (row.path ? row.path : "null") << " max " << row.max);
     EXPECT_EQ(get(row.path, row.records, row.max), row.filled);
     EXPECT_TRUE(untouched(&records[row.filled], sizeof(Record)));
   }
-}
-
-TEST(FlatExchange, ReadsGiveNoMoreThanTheyMay) {
-  expectReadLimits(getPropiedadesFichero,
-                   psetFile("", propertySet("S", property("p1", "String", "1") + property("p2", "String", "2"))),
-                   psetFile("", propertySet("S")));
-  expectReadLimits(getCuantificadoresFichero,
-                   qsetFile("", "", quantitySet("S", quantity("q1", "IfcAreaMeasure", "1") +
-                                                         quantity("q2", "IfcAreaMeasure", "2"))),
-                   qsetFile("", "", quantitySet("S", "")));
 }
 
 // Each row is a property of the file and the record it gives, in the order the records come: sets
@@ -186,8 +176,8 @@ TEST(GetPropiedadesFichero, WritesEachValueTypeAsTextAndNothingMore) {
   for (const auto& [set, properties] : members) sets += propertySet(set, properties);
   TempDir dir;
   auto records = hostRecords<FlatPropertyRecord>(std::size(rows));
-  ASSERT_EQ(getPropiedadesFichero(dir.write("p.xml", psetFile("", sets)).c_str(), records.data(), 99),
-            static_cast<int>(std::size(rows)));
+  const std::string path = dir.write("p.xml", psetFile("", sets));
+  ASSERT_EQ(getPropiedadesFichero(path.c_str(), records.data(), 99), static_cast<int>(std::size(rows)));
   for (std::size_t i = 0; i < std::size(rows); ++i) {
     const auto& row = rows[i];
     const FlatPropertyRecord& record = records[i];
@@ -199,6 +189,7 @@ TEST(GetPropiedadesFichero, WritesEachValueTypeAsTextAndNothingMore) {
     EXPECT_TRUE(holds(record.enumName, row.enumName));
     EXPECT_EQ(record.unit, row.unit);
   }
+  expectReadLimits(getPropiedadesFichero, dir, path, psetFile("", propertySet("S")));
 }
 
 // Texts that fill their fields have no terminator: merges read them to the field's end, no further.
@@ -310,7 +301,8 @@ TEST(GetCuantificadoresFichero, GivesEveryQuantityInSortedSetOrder) {
   for (const auto& [set, quantities] : members) sets += quantitySet(set, quantities);
   TempDir dir;
   auto records = hostRecords<FlatQuantityRecord>(std::size(rows));
-  ASSERT_EQ(getCuantificadoresFichero(dir.write("q.xml", qsetFile("", "", sets)).c_str(), records.data(), 9), 4);
+  const std::string path = dir.write("q.xml", qsetFile("", "", sets));
+  ASSERT_EQ(getCuantificadoresFichero(path.c_str(), records.data(), 9), 4);
   for (std::size_t i = 0; i < std::size(rows); ++i) {
     SCOPED_TRACE(rows[i].name.substr(0, 10));
     EXPECT_TRUE(holds(records[i].setName, rows[i].set.substr(0, 255).c_str()));
@@ -319,6 +311,7 @@ TEST(GetCuantificadoresFichero, GivesEveryQuantityInSortedSetOrder) {
     EXPECT_EQ(records[i].value, rows[i].number);
     EXPECT_TRUE(untouched(records[i].reserved, sizeof records[i].reserved));
   }
+  expectReadLimits(getCuantificadoresFichero, dir, path, qsetFile("", "", quantitySet("S", "")));
 }
 
 // The merge only adds; the output holds the named sets with the records' quantities only.
@@ -447,12 +440,34 @@ TEST(HandleDocument, EachCallByTypeIndexAndName) {
   liberaIfcProyectPset(doc);
 }
 
-// Each record is checked before the next call, which may move it.
-TEST(HandleDocument, NewRecordsAreFilledAsTheHostExpectsAndCutTo511Bytes) {
+// New records are filled as the host expects and cut to 511 bytes; null arguments, missing sets and
+// files that do not load give the failure results, and a document without a set takes no property.
+TEST(HandleDocument, NewRecordsAndFailureResults) {
+  TempDir dir;
+  liberaIfcProyectPset(nullptr);
   void* doc = nuevoIfcProyectPSet();
+  using Nulls = std::vector<const void*>;
+  EXPECT_EQ((Nulls{nuevaPropiedadEntera(doc, "a", 1), nuevaPropiedadDoble(doc, "b", 1.0), nuevaPropiedadStr(doc, "c", "x"),
+                   nuevoPSet(doc, nullptr), getPset(doc, 0)}),
+            Nulls(5));
   const auto* set = static_cast<CIfcPropertySet*>(nuevoPSet(doc, "Muros"));
   ASSERT_NE(set, nullptr);
   EXPECT_EQ(std::string(set->name) + " '" + set->description + "'", "Muros ''");
+  const Nulls nulls = {
+      cargaIfcProyectPSet(nullptr), cargaIfcProyectPSet(dir.file("missing.xml").c_str()),
+      cargaIfcProyectPSet(dir.write("broken.xml", "<PropertySetsBIM><PropertiesSet>").c_str()),
+      cargaIfcProyectPSet(dir.write("other.xml", "<?xml version=\"1.0\"?><QuantitiesSetQuorsel/>").c_str()),
+      nuevoPSet(nullptr, "S"), nuevaPropiedadEntera(nullptr, "a", 1), nuevaPropiedadDoble(nullptr, "a", 1.0),
+      nuevaPropiedadStr(nullptr, "a", "x"), getPset(nullptr, 0), getNombrePropiedad(nullptr, 0, 0),
+      getValorPropiedadStr(nullptr, 0, 0), getValorPropiedadStr2(nullptr, "Muros", "a"), nuevaPropiedadStr(doc, "a", nullptr),
+      nuevaPropiedadStr(doc, nullptr, "x"), nuevaPropiedadDoble(doc, nullptr, 1.0), getNombrePropiedad(doc, 0, 0)};
+  EXPECT_EQ(nulls, Nulls(nulls.size()));
+  EXPECT_EQ((std::vector<double>{double(getUnidadPropiedad(nullptr, 0, 0)), getValorPropiedadDoble(nullptr, 0, 0),
+                                 double(guardaIfcProyectPset(nullptr, dir.file("never.xml").c_str())),
+                                 double(guardaIfcProyectPset(doc, nullptr))}),
+            (std::vector<double>{0, DBL_MAX, 0, 0}));
+  EXPECT_EQ(dir.names().count("never.xml"), 0u);
+  // Each record is checked before the next call, which may move it.
   const auto expectFields = [&](void* property, const char* expected) {
     ASSERT_NE(property, nullptr);
     EXPECT_EQ(fields(*set, *static_cast<const CIfcPropertyName*>(property)), expected);
@@ -464,33 +479,6 @@ TEST(HandleDocument, NewRecordsAreFilledAsTheHostExpectsAndCutTo511Bytes) {
   ASSERT_NE(nuevaPropiedadStr(doc, std::string(600, 'P').c_str(), std::string(600, 'V').c_str()), nullptr);
   EXPECT_EQ(orNull(getPset(doc, 1)) + orNull(getNombrePropiedad(doc, 1, 0)) + orNull(getValorPropiedadStr(doc, 1, 0)),
             std::string(511, 'S') + std::string(511, 'P') + std::string(511, 'V'));
-  liberaIfcProyectPset(doc);
-}
-
-// A document without a set takes no property.
-TEST(HandleDocument, NullArgumentsMissingSetsAndFilesThatDoNotLoadGiveTheFailureResults) {
-  TempDir dir;
-  liberaIfcProyectPset(nullptr);
-  void* doc = nuevoIfcProyectPSet();
-  using Nulls = std::vector<const void*>;
-  EXPECT_EQ((Nulls{nuevaPropiedadEntera(doc, "a", 1), nuevaPropiedadDoble(doc, "b", 1.0), nuevaPropiedadStr(doc, "c", "x"),
-                   nuevoPSet(doc, nullptr), getPset(doc, 0)}),
-            Nulls(5));
-  ASSERT_NE(nuevoPSet(doc, "S"), nullptr);
-  const Nulls nulls = {
-      cargaIfcProyectPSet(nullptr), cargaIfcProyectPSet(dir.file("missing.xml").c_str()),
-      cargaIfcProyectPSet(dir.write("broken.xml", "<PropertySetsBIM><PropertiesSet>").c_str()),
-      cargaIfcProyectPSet(dir.write("other.xml", "<?xml version=\"1.0\"?><QuantitiesSetQuorsel/>").c_str()),
-      nuevoPSet(nullptr, "S"), nuevaPropiedadEntera(nullptr, "a", 1), nuevaPropiedadDoble(nullptr, "a", 1.0),
-      nuevaPropiedadStr(nullptr, "a", "x"), getPset(nullptr, 0), getNombrePropiedad(nullptr, 0, 0),
-      getValorPropiedadStr(nullptr, 0, 0), getValorPropiedadStr2(nullptr, "S", "a"), nuevaPropiedadStr(doc, "a", nullptr),
-      nuevaPropiedadStr(doc, nullptr, "x"), nuevaPropiedadDoble(doc, nullptr, 1.0), getNombrePropiedad(doc, 0, 0)};
-  EXPECT_EQ(nulls, Nulls(nulls.size()));
-  EXPECT_EQ((std::vector<double>{double(getUnidadPropiedad(nullptr, 0, 0)), getValorPropiedadDoble(nullptr, 0, 0),
-                                 double(guardaIfcProyectPset(nullptr, dir.file("never.xml").c_str())),
-                                 double(guardaIfcProyectPset(doc, nullptr))}),
-            (std::vector<double>{0, DBL_MAX, 0, 0}));
-  EXPECT_EQ(dir.names().count("never.xml"), 0u);
   liberaIfcProyectPset(doc);
 }
 
