@@ -392,17 +392,6 @@ TEST(GetEnumerados, CopiesTheTypesLiteralsAndNothingMore) {
 
 // ---- The document handle ------------------------------------------------------------------------
 
-// One set of every value type, beside a set that sorts before it.
-void* loadSample(const TempDir& dir) {
-  return cargaIfcProyectPSet(dir.write(
-      "p.xml", psetFile("", propertySet("Pset_A", property("Entero", "Integer", "7", "Optional=\"No\" Unit=\"m3\" Rule=\"\"") +
-                                                      property("Real", "Real", "2.5") + property("Texto", "String", "Ladrillo") +
-                                                      property("Color", "Colores", "Rojo") + property("Portante", "Boolean", "Yes") +
-                                                      property("Fecha", "DateTime", "2026-11-21") +
-                                                      property("Referencia", "Integer", "Ejes.Ancho$")) +
-                                propertySet("C", property("x", "String", "en C")))).c_str());
-}
-
 std::string orNull(const char* text) { return text != nullptr ? text : "(null)"; }
 
 // Numbers from Integer and Real properties only, texts from String and Enumerated ones; an index
@@ -410,7 +399,14 @@ std::string orNull(const char* text) { return text != nullptr ? text : "(null)";
 // search by name, ignoring case, stays in the first set that matches.
 TEST(HandleDocument, EachCallByTypeIndexAndName) {
   TempDir dir;
-  void* doc = loadSample(dir);
+  // One set of every value type, beside a set that sorts before it.
+  void* doc = cargaIfcProyectPSet(dir.write(
+      "p.xml", psetFile("", propertySet("Pset_A", property("Entero", "Integer", "7", "Optional=\"No\" Unit=\"m3\" Rule=\"\"") +
+                                                      property("Real", "Real", "2.5") + property("Texto", "String", "Ladrillo") +
+                                                      property("Color", "Colores", "Rojo") + property("Portante", "Boolean", "Yes") +
+                                                      property("Fecha", "DateTime", "2026-11-21") +
+                                                      property("Referencia", "Integer", "Ejes.Ancho$")) +
+                                propertySet("C", property("x", "String", "en C")))).c_str());
   ASSERT_NE(doc, nullptr);
   const struct { int set, property; const char* name; int unit; double number; const char* text; } rows[] = {
       {1, 0, "Entero", 3, 7.0, "(null)"},       {1, 1, "Real", 0, 2.5, "(null)"},

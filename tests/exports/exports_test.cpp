@@ -35,17 +35,6 @@ std::string run(const std::string& command, int& status) {
 
 std::string quote(const std::string& text) { return "'" + text + "'"; }
 
-std::string upper(std::string text) {
-  for (char& c : text) c = (c >= 'a' && c <= 'z') ? char(c - 32) : c;
-  return text;
-}
-
-std::string joined(const Lines& texts, const char* separator) {
-  std::string out;
-  for (const std::string& text : texts) out += (out.empty() ? "" : separator) + text;
-  return out;
-}
-
 // The lines of a text, its "#" comments left out.
 Lines linesOf(const std::string& text) {
   std::istringstream in(text);
@@ -87,10 +76,11 @@ Lines ifcLines(const std::string& path, const std::string& title) {
   for (const auto& set : read["sets"]) {
     lines.push_back("set " + text(set["name"]) + "\t" + text(set["templateType"]) + "\t" + text(set["applicableEntity"]));
     for (const auto& member : set["members"]) {
-      Lines values;
-      if (member["enumeration"].is_object()) for (const auto& v : member["enumeration"]["values"]) values.push_back(text(v));
-      lines.push_back(text(set["name"]) + "." + text(member["name"]) + "\t" + text(member["measure"]) + "\t" +
-                      joined(values, "|") + "\t" + text(member["templateType"]));
+      std::string values;
+      if (member["enumeration"].is_object())
+        for (const auto& v : member["enumeration"]["values"]) values += (values.empty() ? "" : "|") + text(v);
+      lines.push_back(text(set["name"]) + "." + text(member["name"]) + "\t" + text(member["measure"]) + "\t" + values +
+                      "\t" + text(member["templateType"]));
     }
   }
   return lines;
@@ -101,7 +91,8 @@ Lines common(const Lines& lines) {
   Lines out;
   for (const std::string& line : lines) {
     if (line.rfind("for ", 0) == 0 || line.rfind("set ", 0) == 0) continue;
-    const std::string member = upper(line.substr(0, line.rfind('\t')));
+    std::string member = line.substr(0, line.rfind('\t'));
+    for (char& c : member) c = (c >= 'a' && c <= 'z') ? char(c - 32) : c;  // IDS writes data types in capitals
     if (std::find(out.begin(), out.end(), member) == out.end()) out.push_back(member);
   }
   return out;
