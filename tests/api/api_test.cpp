@@ -348,8 +348,7 @@ TEST(SetCuantificadoresFichero, AddsWhatIsMissingAndWritesTheNamedSetsToTheOutpu
     inOutput.push_back("n" + std::to_string(i));
   }
   for (const char* again : {"N39", "n31", "N32", "n0"}) more.push_back(qty(2, "nuevo", again, -1));
-  inDocument.push_back("extra");
-  inDocument.insert(inDocument.end(), inOutput.begin() + 3, inOutput.end());
+  inDocument.insert(inDocument.end(), inOutput.begin() + 2, inOutput.end());  // "extra", then the set "nuevo"
   const std::string bigPath = dir.write("big.xml", qsetFile("", "", quantitySet("big", big))), bigOut = dir.file("big-out.xml");
   ASSERT_EQ(setCuantificadoresFichero(bigPath.c_str(), bigOut.c_str(), more.data(), static_cast<int>(more.size())), 1);
   EXPECT_EQ(namesIn(bigPath), inDocument);

@@ -24,14 +24,11 @@ int main(int argc, char** argv) {
   static char path[6][1024], literal[512];
   static const char* const names[6] = {"document.xml", "partial.xml", "quantities.xml", "out.xml", "out.ids", "out.ifc"};
   char typeName[] = "colores";
-  char* buffers[1];
-  void* doc;
-  FILE* out;
-  int i;
+  char* buffers[1] = {literal};
   if (argc != 2) return 2;
-  for (i = 0; i < 6; ++i) snprintf(path[i], sizeof path[i], "%s/%s", argv[1], names[i]);
+  for (int i = 0; i < 6; ++i) snprintf(path[i], sizeof path[i], "%s/%s", argv[1], names[i]);
 
-  doc = nuevoIfcProyectPSet();
+  void* doc = nuevoIfcProyectPSet();
   CHECK(doc != NULL && nuevoPSet(doc, "Muros") != NULL && nuevaPropiedadDoble(doc, "Altura", 2.75) != NULL);
   CHECK(_Z20nuevaPropiedadEnteraPvPKci(doc, "Plantas", -7) != NULL && nuevaPropiedadStr(doc, "Acabado", "Liso") != NULL);
   CHECK(same(getPset(doc, 0), "Muros") && same(getNombrePropiedad(doc, 0, 1), "Plantas"));
@@ -48,11 +45,10 @@ int main(int argc, char** argv) {
   CHECK(getPropiedadesFichero(path[0], properties, 3) == 3 && same(properties[1].valueText, "2.750"));
   CHECK(exportaIds(path[0], NULL, path[4], "C") == 1 && exportaPlantillasIfc(path[0], NULL, path[5], NULL) == 1);
 
-  out = fopen(path[1], "w");
+  FILE* out = fopen(path[1], "w");
   CHECK(out != NULL && fputs("<PropertySetsBIM><TypesEnum><TypeEnum Name=\"Colores\" Description=\"\"><Elements>"
                              "<Element Value=\"1\">Rojo</Element></Elements></TypeEnum></TypesEnum></PropertySetsBIM>",
                              out) >= 0 && fclose(out) == 0);
-  buffers[0] = literal;
   CHECK(_Z13getEnumeradosPcS_PS_i(path[1], typeName, buffers, 1) == 1 && same(literal, "Rojo"));
 
   CHECK(setCuantificadoresFichero(path[2], path[3], quantities, 1) == 1);
