@@ -20,7 +20,7 @@ static int same(const char* actual, const char* expected) { return actual != NUL
 int main(int argc, char** argv) {
   static FlatPropertyRecord properties[3] = {
       {.valueType = 3, .setName = "Forjados", .enumName = "Colores", .propertyName = "Color", .valueText = "Rojo"}};
-  static FlatQuantityRecord quantities[2] = {{.measureType = 1, .setName = "Muros", .quantityName = "Area", .value = 12.5}};
+  FlatQuantityRecord quantities[2] = {{.measureType = 1, .setName = "Muros", .quantityName = "Area", .value = 12.5}};
   static char path[6][1024], literal[512];
   static const char* const names[6] = {"document.xml", "partial.xml", "quantities.xml", "out.xml", "out.ids", "out.ifc"};
   char typeName[] = "colores";

@@ -18,8 +18,10 @@ def statements(path):
         yield "for " + (entity.findtext("i:name/i:simpleValue", "", NS) if entity is not None else
                         "set " + spec.findtext("i:applicability/i:property/i:propertySet/i:simpleValue", "", NS))
         for facet in spec.iterfind("i:requirements/i:property", NS):
-            member = facet.findtext("i:propertySet/i:simpleValue", "", NS) + "." + facet.findtext("i:baseName/i:simpleValue", "", NS)
-            values = "|".join(e.get("value", "(none)") for e in facet.iterfind("i:value/xs:restriction/xs:enumeration", NS))
+            member = (facet.findtext("i:propertySet/i:simpleValue", "", NS) + "." +
+                      facet.findtext("i:baseName/i:simpleValue", "", NS))
+            enumeration = facet.iterfind("i:value/xs:restriction/xs:enumeration", NS)
+            values = "|".join(e.get("value", "(none)") for e in enumeration)
             yield "\t".join([member, facet.get("dataType", "(none)"), values, facet.get("cardinality", "(none)")])
 
 
