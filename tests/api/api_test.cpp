@@ -131,34 +131,24 @@ Lines quantitiesOf(const std::string& path) {
 
 // ---- Flat exchange -------------------------------------------------------------------------------
 
-// maxRecords bounds what is written; no room, a missing, malformed or memberless file or a null
-// argument gives nothing, and a record not written keeps every host byte.
+// maxRecords bounds what is read from `several` (a file of two members or more); no room, a missing,
+// malformed or memberless file or a null argument gives nothing; a record not written keeps every host byte.
 template <class Record>
-void expectReadLimits(int (*get)(const char*, Record*, int), const std::string& twoMembers, const std::string& none) {
-  TempDir dir;
-  const std::string two = dir.write("two.xml", twoMembers), empty = dir.write("none.xml", none),
-                    broken = dir.write("broken.xml", "<a><b>"), missing = dir.file("missing.xml");
+void expectReadLimits(int (*get)(const char*, Record*, int), const TempDir& dir, const std::string& several,
+                      const std::string& none) {
+  const std::string empty = dir.write("none.xml", none), broken = dir.write("broken.xml", "<a><b>"),
+                    missing = dir.file("missing.xml");
   auto records = hostRecords<Record>(2);
   const struct { const char* path; Record* records; int max, filled; } rows[] = {
-      {two.c_str(), records.data(), 0, 0}, {two.c_str(), records.data(), -3, 0}, {two.c_str(), nullptr, 1, 0},
+      {several.c_str(), records.data(), 0, 0}, {several.c_str(), records.data(), -3, 0}, {several.c_str(), nullptr, 1, 0},
       {nullptr, records.data(), 1, 0},     {missing.c_str(), records.data(), 1, 0},
       {broken.c_str(), records.data(), 1, 0}, {empty.c_str(), records.data(), 1, 0},
-      {two.c_str(), records.data(), 1, 1}};
+      {several.c_str(), records.data(), 1, 1}};
   for (const auto& row : rows) {
     SCOPED_TRACE(testing::Message() << (row.path ? row.path : "null") << " max " << row.max);
     EXPECT_EQ(get(row.path, row.records, row.max), row.filled);
     EXPECT_TRUE(untouched(&records[row.filled], sizeof(Record)));
   }
-}
-
-TEST(FlatExchange, ReadsGiveNoMoreThanTheyMay) {
-  expectReadLimits(getPropiedadesFichero,
-                   psetFile("", propertySet("S", property("p1", "String", "1") + property("p2", "String", "2"))),
-                   psetFile("", propertySet("S")));
-  expectReadLimits(getCuantificadoresFichero,
-                   qsetFile("", "", quantitySet("S", quantity("q1", "IfcAreaMeasure", "1") +
-                                                         quantity("q2", "IfcAreaMeasure", "2"))),
-                   qsetFile("", "", quantitySet("S", "")));
 }
 
 // Each row is a property of the file and the record it gives, in the order the records come: sets
@@ -186,8 +176,8 @@ TEST(GetPropiedadesFichero, WritesEachValueTypeAsTextAndNothingMore) {
   for (const auto& [set, properties] : members) sets += propertySet(set, properties);
   TempDir dir;
   auto records = hostRecords<FlatPropertyRecord>(std::size(rows));
-  ASSERT_EQ(getPropiedadesFichero(dir.write("p.xml", psetFile("", sets)).c_str(), records.data(), 99),
-            static_cast<int>(std::size(rows)));
+  const std::string path = dir.write("p.xml", psetFile("", sets));
+  ASSERT_EQ(getPropiedadesFichero(path.c_str(), records.data(), 99), static_cast<int>(std::size(rows)));
   for (std::size_t i = 0; i < std::size(rows); ++i) {
     const auto& row = rows[i];
     const FlatPropertyRecord& record = records[i];
@@ -199,6 +189,7 @@ TEST(GetPropiedadesFichero, WritesEachValueTypeAsTextAndNothingMore) {
     EXPECT_TRUE(holds(record.enumName, row.enumName));
     EXPECT_EQ(record.unit, row.unit);
   }
+  expectReadLimits(getPropiedadesFichero, dir, path, psetFile("", propertySet("S")));
 }
 
 // Texts that fill their fields have no terminator: merges read them to the field's end, no further.
@@ -246,6 +237,16 @@ TEST(SetPropiedadesFichero, MergesRecordsIntoTheDocumentAndWritesThePartialOne) 
   EXPECT_EQ(namesIn(partial), (Lines{"Colores", "MURO", "ENTERO", "Real", "Referencia", "Texto", "Color", "Portante",
                                      "Fecha", "Z", "Color", "c", "n", "A", "p", s256, n256}));
   EXPECT_EQ(propertiesOf(partial).at(1), "A.p 2 0 0 'segundo' enum '' unit 0 desc '' rule ''");
+
+  // Only the first of sets and properties whose names differ in case alone is updated.
+  const std::string twice = dir.write("twice.xml", psetFile("", propertySet("Muros", property("Alto", "String", "1") +
+                                                                                    property("ALTO", "String", "2")) +
+                                                               propertySet("MUROS", property("alto", "String", "3"))));
+  Lines expected = propertiesOf(twice);  // the order of the two sets after loading is not fixed
+  const FlatPropertyRecord record = prop(2, "muros", "alto", "nuevo");
+  ASSERT_EQ(setPropiedadesFichero(twice.c_str(), dir.file("partial-twice.xml").c_str(), &record, 1, 1), 1);
+  expected[1] = expected[1].substr(0, expected[1].find(' ')) + " 2 0 0 'nuevo' enum '' unit 0 desc '' rule ''";
+  EXPECT_EQ(propertiesOf(twice), expected);
 }
 
 // What each merge returns for counts, saves and null arguments, and what the document and the
@@ -256,24 +257,20 @@ TEST(FlatExchange, MergeCountsSavesAndNullArguments) {
   const std::string p = dir.file("p.xml"), q = dir.file("q.xml"), second = dir.file("second.xml"), fresh = dir.file("new.xml");
   const FlatPropertyRecord aProperty = prop(2, "N", "b", "2");
   const FlatQuantityRecord aQuantity = qty(1, "N", "q", 1.0);
-  const auto merge = [&](const std::string& path, const char* out, const FlatPropertyRecord* records, int count, int save) {
-    return [=] { return setPropiedadesFichero(path.empty() ? nullptr : path.c_str(), out, records, count, save); };
-  };
-  const auto add = [&](const char* path, const char* out, const FlatQuantityRecord* records, int count) {
-    return [=] { return setCuantificadoresFichero(path, out, records, count); };
-  };
   const struct { std::function<int()> call; int result; std::string document; Lines saved, written; } rows[] = {
-      {merge(p, second.c_str(), nullptr, 0, 0), 1, p, {"same"}, {"none"}},
-      {merge(p, second.c_str(), nullptr, -1, 1), 1, p, {"S", "a"}, {"none"}},
-      {merge(p, second.c_str(), &aProperty, 1, 0), 1, p, {"same"}, {"N", "b"}},
-      {merge(fresh, second.c_str(), &aProperty, 1, 1), 1, fresh, {"N", "b"}, {"N", "b"}},  // no document yet
-      {merge("", second.c_str(), &aProperty, 1, 1), 0, p, {"same"}, {"none"}},
-      {merge(p, second.c_str(), nullptr, 1, 1), 0, p, {"same"}, {"none"}},
-      {merge(p, nullptr, &aProperty, 1, 1), 0, p, {"same"}, {"none"}},
-      {add(q.c_str(), second.c_str(), nullptr, 0), 1, q, {"A", "q", "b", "q"}, {}},  // sorted; an empty output
-      {add(nullptr, second.c_str(), &aQuantity, 1), 0, q, {"same"}, {"none"}},
-      {add(q.c_str(), nullptr, &aQuantity, 1), 0, q, {"same"}, {"none"}},
-      {add(q.c_str(), second.c_str(), nullptr, 1), 0, q, {"same"}, {"none"}}};
+      {[&] { return setPropiedadesFichero(p.c_str(), second.c_str(), nullptr, 0, 0); }, 1, p, {"same"}, {"none"}},
+      {[&] { return setPropiedadesFichero(p.c_str(), second.c_str(), nullptr, -1, 1); }, 1, p, {"S", "a"}, {"none"}},
+      {[&] { return setPropiedadesFichero(p.c_str(), second.c_str(), &aProperty, 1, 0); }, 1, p, {"same"}, {"N", "b"}},
+      // no document yet
+      {[&] { return setPropiedadesFichero(fresh.c_str(), second.c_str(), &aProperty, 1, 1); }, 1, fresh, {"N", "b"}, {"N", "b"}},
+      {[&] { return setPropiedadesFichero(nullptr, second.c_str(), &aProperty, 1, 1); }, 0, p, {"same"}, {"none"}},
+      {[&] { return setPropiedadesFichero(p.c_str(), second.c_str(), nullptr, 1, 1); }, 0, p, {"same"}, {"none"}},
+      {[&] { return setPropiedadesFichero(p.c_str(), nullptr, &aProperty, 1, 1); }, 0, p, {"same"}, {"none"}},
+      // sorted; an empty output
+      {[&] { return setCuantificadoresFichero(q.c_str(), second.c_str(), nullptr, 0); }, 1, q, {"A", "q", "b", "q"}, {}},
+      {[&] { return setCuantificadoresFichero(nullptr, second.c_str(), &aQuantity, 1); }, 0, q, {"same"}, {"none"}},
+      {[&] { return setCuantificadoresFichero(q.c_str(), nullptr, &aQuantity, 1); }, 0, q, {"same"}, {"none"}},
+      {[&] { return setCuantificadoresFichero(q.c_str(), second.c_str(), nullptr, 1); }, 0, q, {"same"}, {"none"}}};
   const std::string psets = psetFile("", propertySet("S", property("a", "String", "1"))),
                     qsets = qsetFile("", "", quantitySet("b", quantity("q", "IfcAreaMeasure", "1")) +
                                                  quantitySet("A", quantity("q", "IfcAreaMeasure", "2")));
@@ -291,17 +288,6 @@ TEST(FlatExchange, MergeCountsSavesAndNullArguments) {
   }
 }
 
-TEST(SetPropiedadesFichero, UpdatesTheFirstOfSetsAndPropertiesThatDifferOnlyInCase) {
-  TempDir dir;
-  const std::string path = dir.write("p.xml", psetFile("", propertySet("Muros", property("Alto", "String", "1") +
-                                                                                    property("ALTO", "String", "2")) +
-                                                               propertySet("MUROS", property("alto", "String", "3"))));
-  Lines expected = propertiesOf(path);  // the order of the two sets after loading is not fixed
-  const FlatPropertyRecord record = prop(2, "muros", "alto", "nuevo");
-  ASSERT_EQ(setPropiedadesFichero(path.c_str(), dir.file("partial.xml").c_str(), &record, 1, 1), 1);
-  expected[1] = expected[1].substr(0, expected[1].find(' ')) + " 2 0 0 'nuevo' enum '' unit 0 desc '' rule ''";
-  EXPECT_EQ(propertiesOf(path), expected);
-}
 
 // Rows in the order the records come. The host's padding and the bytes after each name stay its own.
 TEST(GetCuantificadoresFichero, GivesEveryQuantityInSortedSetOrder) {
@@ -315,7 +301,8 @@ TEST(GetCuantificadoresFichero, GivesEveryQuantityInSortedSetOrder) {
   for (const auto& [set, quantities] : members) sets += quantitySet(set, quantities);
   TempDir dir;
   auto records = hostRecords<FlatQuantityRecord>(std::size(rows));
-  ASSERT_EQ(getCuantificadoresFichero(dir.write("q.xml", qsetFile("", "", sets)).c_str(), records.data(), 9), 4);
+  const std::string path = dir.write("q.xml", qsetFile("", "", sets));
+  ASSERT_EQ(getCuantificadoresFichero(path.c_str(), records.data(), 9), 4);
   for (std::size_t i = 0; i < std::size(rows); ++i) {
     SCOPED_TRACE(rows[i].name.substr(0, 10));
     EXPECT_TRUE(holds(records[i].setName, rows[i].set.substr(0, 255).c_str()));
@@ -324,10 +311,11 @@ TEST(GetCuantificadoresFichero, GivesEveryQuantityInSortedSetOrder) {
     EXPECT_EQ(records[i].value, rows[i].number);
     EXPECT_TRUE(untouched(records[i].reserved, sizeof records[i].reserved));
   }
+  expectReadLimits(getCuantificadoresFichero, dir, path, qsetFile("", "", quantitySet("S", "")));
 }
 
 // The merge only adds; the output holds the named sets with the records' quantities only.
-TEST(SetCuantificadoresFichero, AddsWhatIsMissingAndWritesTheNamedSetsToTheOutput) {
+TEST(SetCuantificadoresFichero, AddsWhatIsMissingAndWritesTheNamedSetsToTheOutputWhateverTheSetSize) {
   TempDir dir;
   const std::string path = dir.write(
       "q.xml", qsetFile("<TypeQuorsel>IfcLengthMeasure</TypeQuorsel>", "<ObjectQuorsel>Muro</ObjectQuorsel>",
@@ -347,30 +335,25 @@ TEST(SetCuantificadoresFichero, AddsWhatIsMissingAndWritesTheNamedSetsToTheOutpu
   EXPECT_EQ(quantitiesOf(out), (Lines{"Acera.Superficie 1 1 exported desc ''", longOne, "Walls.Area 1 12.5 exported desc ''",
                                       "Walls.Largo 0 4 exported desc ''", "Zona.Volumen 2 7 exported desc ''"}));
   EXPECT_EQ(readBytes(out + ".bak"), readBytes(out));  // written twice: its backup holds the new contents too
-}
 
-// Large sets are searched through an index, small ones in order: either way the first member of a
-// name (ignoring case) is the one found, before and after a set grows past the index's threshold.
-TEST(SetCuantificadoresFichero, FindsTheFirstMemberOfANameInSetsOfAnySize) {
-  TempDir dir;
+  // Large sets are searched through an index, small ones in order: either way the first member of a
+  // name (ignoring case) is the one found, before and after a set grows past the index's threshold.
   std::string big;
   Lines inDocument{"big"}, inOutput{"BIG", "Q35", "extra", "nuevo"};
-  std::vector<FlatQuantityRecord> records{qty(1, "BIG", "Q35", 99), qty(1, "big", "extra", 1), qty(1, "Big", "EXTRA", 2)};
+  std::vector<FlatQuantityRecord> more{qty(1, "BIG", "Q35", 99), qty(1, "big", "extra", 1), qty(1, "Big", "EXTRA", 2)};
   for (int i = 0; i < 40; ++i) {
     big += quantity("q" + std::to_string(i), "IfcAreaMeasure", "1");
     inDocument.push_back("q" + std::to_string(i));
-    records.push_back(qty(2, "nuevo", "n" + std::to_string(i), i));
+    more.push_back(qty(2, "nuevo", "n" + std::to_string(i), i));
     inOutput.push_back("n" + std::to_string(i));
   }
-  for (const char* again : {"N39", "n31", "N32", "n0"}) records.push_back(qty(2, "nuevo", again, -1));
-  inDocument.push_back("extra");
-  inDocument.insert(inDocument.end(), inOutput.begin() + 3, inOutput.end());
-  const std::string path = dir.write("q.xml", qsetFile("", "", quantitySet("big", big)));
-  const std::string out = dir.file("out.xml");
-  ASSERT_EQ(setCuantificadoresFichero(path.c_str(), out.c_str(), records.data(), static_cast<int>(records.size())), 1);
-  EXPECT_EQ(namesIn(path), inDocument);
-  EXPECT_EQ(namesIn(out), inOutput);
-  const Lines merged = quantitiesOf(path);
+  for (const char* again : {"N39", "n31", "N32", "n0"}) more.push_back(qty(2, "nuevo", again, -1));
+  inDocument.insert(inDocument.end(), inOutput.begin() + 2, inOutput.end());  // "extra", then the set "nuevo"
+  const std::string bigPath = dir.write("big.xml", qsetFile("", "", quantitySet("big", big))), bigOut = dir.file("big-out.xml");
+  ASSERT_EQ(setCuantificadoresFichero(bigPath.c_str(), bigOut.c_str(), more.data(), static_cast<int>(more.size())), 1);
+  EXPECT_EQ(namesIn(bigPath), inDocument);
+  EXPECT_EQ(namesIn(bigOut), inOutput);
+  const Lines merged = quantitiesOf(bigPath);
   EXPECT_NE(std::find(merged.begin(), merged.end(), "big.extra 1 1 exported desc ''"), merged.end());
   EXPECT_NE(std::find(merged.begin(), merged.end(), "nuevo.n39 2 39 exported desc ''"), merged.end());
 }
@@ -408,17 +391,6 @@ TEST(GetEnumerados, CopiesTheTypesLiteralsAndNothingMore) {
 
 // ---- The document handle ------------------------------------------------------------------------
 
-// One set of every value type, beside a set that sorts before it.
-void* loadSample(const TempDir& dir) {
-  return cargaIfcProyectPSet(dir.write(
-      "p.xml", psetFile("", propertySet("Pset_A", property("Entero", "Integer", "7", "Optional=\"No\" Unit=\"m3\" Rule=\"\"") +
-                                                      property("Real", "Real", "2.5") + property("Texto", "String", "Ladrillo") +
-                                                      property("Color", "Colores", "Rojo") + property("Portante", "Boolean", "Yes") +
-                                                      property("Fecha", "DateTime", "2026-11-21") +
-                                                      property("Referencia", "Integer", "Ejes.Ancho$")) +
-                                propertySet("C", property("x", "String", "en C")))).c_str());
-}
-
 std::string orNull(const char* text) { return text != nullptr ? text : "(null)"; }
 
 // Numbers from Integer and Real properties only, texts from String and Enumerated ones; an index
@@ -426,7 +398,14 @@ std::string orNull(const char* text) { return text != nullptr ? text : "(null)";
 // search by name, ignoring case, stays in the first set that matches.
 TEST(HandleDocument, EachCallByTypeIndexAndName) {
   TempDir dir;
-  void* doc = loadSample(dir);
+  // One set of every value type, beside a set that sorts before it.
+  void* doc = cargaIfcProyectPSet(dir.write(
+      "p.xml", psetFile("", propertySet("Pset_A", property("Entero", "Integer", "7", "Optional=\"No\" Unit=\"m3\" Rule=\"\"") +
+                                                      property("Real", "Real", "2.5") + property("Texto", "String", "Ladrillo") +
+                                                      property("Color", "Colores", "Rojo") + property("Portante", "Boolean", "Yes") +
+                                                      property("Fecha", "DateTime", "2026-11-21") +
+                                                      property("Referencia", "Integer", "Ejes.Ancho$")) +
+                                propertySet("C", property("x", "String", "en C")))).c_str());
   ASSERT_NE(doc, nullptr);
   const struct { int set, property; const char* name; int unit; double number; const char* text; } rows[] = {
       {1, 0, "Entero", 3, 7.0, "(null)"},       {1, 1, "Real", 0, 2.5, "(null)"},
@@ -456,12 +435,34 @@ TEST(HandleDocument, EachCallByTypeIndexAndName) {
   liberaIfcProyectPset(doc);
 }
 
-// Each record is checked before the next call, which may move it.
-TEST(HandleDocument, NewRecordsAreFilledAsTheHostExpectsAndCutTo511Bytes) {
+// New records are filled as the host expects and cut to 511 bytes; null arguments, missing sets and
+// files that do not load give the failure results, and a document without a set takes no property.
+TEST(HandleDocument, NewRecordsAndFailureResults) {
+  TempDir dir;
+  liberaIfcProyectPset(nullptr);
   void* doc = nuevoIfcProyectPSet();
+  using Nulls = std::vector<const void*>;
+  EXPECT_EQ((Nulls{nuevaPropiedadEntera(doc, "a", 1), nuevaPropiedadDoble(doc, "b", 1.0), nuevaPropiedadStr(doc, "c", "x"),
+                   nuevoPSet(doc, nullptr), getPset(doc, 0)}),
+            Nulls(5));
   const auto* set = static_cast<CIfcPropertySet*>(nuevoPSet(doc, "Muros"));
   ASSERT_NE(set, nullptr);
   EXPECT_EQ(std::string(set->name) + " '" + set->description + "'", "Muros ''");
+  const Nulls nulls = {
+      cargaIfcProyectPSet(nullptr), cargaIfcProyectPSet(dir.file("missing.xml").c_str()),
+      cargaIfcProyectPSet(dir.write("broken.xml", "<PropertySetsBIM><PropertiesSet>").c_str()),
+      cargaIfcProyectPSet(dir.write("other.xml", "<?xml version=\"1.0\"?><QuantitiesSetQuorsel/>").c_str()),
+      nuevoPSet(nullptr, "S"), nuevaPropiedadEntera(nullptr, "a", 1), nuevaPropiedadDoble(nullptr, "a", 1.0),
+      nuevaPropiedadStr(nullptr, "a", "x"), getPset(nullptr, 0), getNombrePropiedad(nullptr, 0, 0),
+      getValorPropiedadStr(nullptr, 0, 0), getValorPropiedadStr2(nullptr, "Muros", "a"), nuevaPropiedadStr(doc, "a", nullptr),
+      nuevaPropiedadStr(doc, nullptr, "x"), nuevaPropiedadDoble(doc, nullptr, 1.0), getNombrePropiedad(doc, 0, 0)};
+  EXPECT_EQ(nulls, Nulls(nulls.size()));
+  EXPECT_EQ((std::vector<double>{double(getUnidadPropiedad(nullptr, 0, 0)), getValorPropiedadDoble(nullptr, 0, 0),
+                                 double(guardaIfcProyectPset(nullptr, dir.file("never.xml").c_str())),
+                                 double(guardaIfcProyectPset(doc, nullptr))}),
+            (std::vector<double>{0, DBL_MAX, 0, 0}));
+  EXPECT_EQ(dir.names().count("never.xml"), 0u);
+  // Each record is checked before the next call, which may move it.
   const auto expectFields = [&](void* property, const char* expected) {
     ASSERT_NE(property, nullptr);
     EXPECT_EQ(fields(*set, *static_cast<const CIfcPropertyName*>(property)), expected);
@@ -473,40 +474,6 @@ TEST(HandleDocument, NewRecordsAreFilledAsTheHostExpectsAndCutTo511Bytes) {
   ASSERT_NE(nuevaPropiedadStr(doc, std::string(600, 'P').c_str(), std::string(600, 'V').c_str()), nullptr);
   EXPECT_EQ(orNull(getPset(doc, 1)) + orNull(getNombrePropiedad(doc, 1, 0)) + orNull(getValorPropiedadStr(doc, 1, 0)),
             std::string(511, 'S') + std::string(511, 'P') + std::string(511, 'V'));
-  liberaIfcProyectPset(doc);
-}
-
-TEST(HandleDocument, NullArgumentsMissingSetsAndFilesThatDoNotLoadGiveTheFailureResults) {
-  TempDir dir;
-  liberaIfcProyectPset(nullptr);
-  EXPECT_EQ(cargaIfcProyectPSet(nullptr), nullptr);
-  for (const std::string& path : {dir.file("missing.xml"), dir.write("broken.xml", "<PropertySetsBIM><PropertiesSet>"),
-                                  dir.write("other.xml", "<?xml version=\"1.0\"?><QuantitiesSetQuorsel/>")})
-    EXPECT_EQ(cargaIfcProyectPSet(path.c_str()), nullptr) << path;
-  EXPECT_EQ(nuevoPSet(nullptr, "S"), nullptr);
-  EXPECT_EQ(nuevaPropiedadEntera(nullptr, "a", 1), nullptr);
-  EXPECT_EQ(nuevaPropiedadDoble(nullptr, "a", 1.0), nullptr);
-  EXPECT_EQ(nuevaPropiedadStr(nullptr, "a", "x"), nullptr);
-  EXPECT_EQ(getPset(nullptr, 0), nullptr);
-  EXPECT_EQ(getNombrePropiedad(nullptr, 0, 0), nullptr);
-  EXPECT_EQ(getUnidadPropiedad(nullptr, 0, 0), 0);
-  EXPECT_EQ(getValorPropiedadDoble(nullptr, 0, 0), DBL_MAX);
-  EXPECT_EQ(getValorPropiedadStr(nullptr, 0, 0), nullptr);
-  EXPECT_EQ(getValorPropiedadStr2(nullptr, "S", "a"), nullptr);
-  EXPECT_EQ(guardaIfcProyectPset(nullptr, dir.file("never.xml").c_str()), 0);
-  void* doc = nuevoIfcProyectPSet();
-  EXPECT_EQ(nuevaPropiedadEntera(doc, "a", 1), nullptr);  // no set to hold it
-  EXPECT_EQ(nuevaPropiedadDoble(doc, "b", 1.0), nullptr);
-  EXPECT_EQ(nuevaPropiedadStr(doc, "c", "x"), nullptr);
-  EXPECT_EQ(nuevoPSet(doc, nullptr), nullptr);
-  EXPECT_EQ(getPset(doc, 0), nullptr);  // nothing was appended
-  ASSERT_NE(nuevoPSet(doc, "S"), nullptr);
-  EXPECT_EQ(nuevaPropiedadStr(doc, "a", nullptr), nullptr);
-  EXPECT_EQ(nuevaPropiedadStr(doc, nullptr, "x"), nullptr);
-  EXPECT_EQ(nuevaPropiedadDoble(doc, nullptr, 1.0), nullptr);
-  EXPECT_EQ(getNombrePropiedad(doc, 0, 0), nullptr);
-  EXPECT_EQ(guardaIfcProyectPset(doc, nullptr), 0);
-  EXPECT_TRUE(dir.names().count("never.xml") == 0);
   liberaIfcProyectPset(doc);
 }
 

@@ -12,30 +12,23 @@ int _Z13getEnumeradosPcS_PS_i(char* path, char* typeName, char** valueBuffers, i
 
 static int failures = 0;
 
-#define CHECK(condition)                                                      \
-  do {                                                                        \
-    if (!(condition)) {                                                       \
-      fprintf(stderr, "%s:%d: failed: %s\n", __FILE__, __LINE__, #condition); \
-      ++failures;                                                             \
-    }                                                                         \
-  } while (0)
+#define CHECK(condition) \
+  ((condition) ? (void)0 : (void)(fprintf(stderr, "%s:%d: failed: %s\n", __FILE__, __LINE__, #condition), ++failures))
 
 static int same(const char* actual, const char* expected) { return actual != NULL && strcmp(actual, expected) == 0; }
 
 int main(int argc, char** argv) {
-  static FlatPropertyRecord properties[3];
-  static FlatQuantityRecord quantities[2];
+  static FlatPropertyRecord properties[3] = {
+      {.valueType = 3, .setName = "Forjados", .enumName = "Colores", .propertyName = "Color", .valueText = "Rojo"}};
+  FlatQuantityRecord quantities[2] = {{.measureType = 1, .setName = "Muros", .quantityName = "Area", .value = 12.5}};
   static char path[6][1024], literal[512];
   static const char* const names[6] = {"document.xml", "partial.xml", "quantities.xml", "out.xml", "out.ids", "out.ifc"};
   char typeName[] = "colores";
-  char* buffers[1];
-  void* doc;
-  FILE* out;
-  int i;
+  char* buffers[1] = {literal};
   if (argc != 2) return 2;
-  for (i = 0; i < 6; ++i) snprintf(path[i], sizeof path[i], "%s/%s", argv[1], names[i]);
+  for (int i = 0; i < 6; ++i) snprintf(path[i], sizeof path[i], "%s/%s", argv[1], names[i]);
 
-  doc = nuevoIfcProyectPSet();
+  void* doc = nuevoIfcProyectPSet();
   CHECK(doc != NULL && nuevoPSet(doc, "Muros") != NULL && nuevaPropiedadDoble(doc, "Altura", 2.75) != NULL);
   CHECK(_Z20nuevaPropiedadEnteraPvPKci(doc, "Plantas", -7) != NULL && nuevaPropiedadStr(doc, "Acabado", "Liso") != NULL);
   CHECK(same(getPset(doc, 0), "Muros") && same(getNombrePropiedad(doc, 0, 1), "Plantas"));
@@ -44,11 +37,6 @@ int main(int argc, char** argv) {
   CHECK(guardaIfcProyectPset(doc, path[0]) == 1);
   liberaIfcProyectPset(doc);
 
-  properties[0].valueType = 3;
-  strcpy(properties[0].setName, "Forjados");
-  strcpy(properties[0].enumName, "Colores");
-  strcpy(properties[0].propertyName, "Color");
-  strcpy(properties[0].valueText, "Rojo");
   CHECK(setPropiedadesFichero(path[0], path[1], properties, 1, 1) == 1);
   doc = cargaIfcProyectPSet(path[0]);
   CHECK(doc != NULL && same(getValorPropiedadStr2(doc, "forjados", "COLOR"), "Rojo"));
@@ -57,17 +45,12 @@ int main(int argc, char** argv) {
   CHECK(getPropiedadesFichero(path[0], properties, 3) == 3 && same(properties[1].valueText, "2.750"));
   CHECK(exportaIds(path[0], NULL, path[4], "C") == 1 && exportaPlantillasIfc(path[0], NULL, path[5], NULL) == 1);
 
-  out = fopen(path[1], "w");
+  FILE* out = fopen(path[1], "w");
   CHECK(out != NULL && fputs("<PropertySetsBIM><TypesEnum><TypeEnum Name=\"Colores\" Description=\"\"><Elements>"
                              "<Element Value=\"1\">Rojo</Element></Elements></TypeEnum></TypesEnum></PropertySetsBIM>",
                              out) >= 0 && fclose(out) == 0);
-  buffers[0] = literal;
   CHECK(_Z13getEnumeradosPcS_PS_i(path[1], typeName, buffers, 1) == 1 && same(literal, "Rojo"));
 
-  quantities[0].measureType = 1;
-  strcpy(quantities[0].setName, "Muros");
-  strcpy(quantities[0].quantityName, "Area");
-  quantities[0].value = 12.5;
   CHECK(setCuantificadoresFichero(path[2], path[3], quantities, 1) == 1);
   memset(quantities, 0, sizeof quantities);
   CHECK(getCuantificadoresFichero(path[3], quantities, 2) == 1 && quantities[0].value == 12.5);
