@@ -20,31 +20,6 @@ namespace fs = std::filesystem;
 
 namespace {
 
-struct CliResult {
-  int status = -1;  // the exit status; 128 + the signal when the tool was killed by one
-  std::string out, err;
-};
-
-class CliTest : public ::testing::Test {
- protected:
-  // Runs `orvane args...` in the folder (no argument holds a single quote), standard input from the file `in` there
-  // (/dev/null when empty), standard output into the result or onto the descriptor `out`.
-  CliResult run(const std::vector<std::string>& args, const std::string& in = "", int out = -1) const {
-    // Output goes to files rather than pipes, so a long listing cannot block the tool.
-    const TempDir capture;
-    std::string line = "cd '" + dir.path().string() + "' && exec '" ORVANE_CLI "'";
-    for (const std::string& arg : args) line += " '" + arg + "'";
-    line += " <'" + (in.empty() ? "/dev/null" : in) + "' 2>'" + capture.file("err") + "' >" +
-            (out >= 0 ? "&" + std::to_string(out) : "'" + capture.file("out") + "'");
-    const int status = std::system(line.c_str());
-    const int exit = WIFEXITED(status) ? WEXITSTATUS(status) : WIFSIGNALED(status) ? 128 + WTERMSIG(status) : -1;
-    return {exit, out >= 0 ? "" : readBytes(capture.file("out")), readBytes(capture.file("err"))};
-  }
-  std::string write(const std::string& name, const std::string& bytes) const { return dir.write(name, bytes); }
-  std::string read(const std::string& name) const { return readBytes(dir.file(name)); }
-  TempDir dir;
-};
-
 const std::string kColores =
     "<TypeEnum Name=\"Colores\" Description=\"\"><Elements><Element Value=\"1\">Rojo</Element>"
     "<Element Value=\"2\">Azul</Element></Elements></TypeEnum>";
@@ -299,9 +274,29 @@ std::vector<Row> runs() {
   return rows;
 }
 
-// A folder with a property-set and a quantity-set document, a catalogue, an empty folder and a FIFO.
-class Cli : public CliTest {
+struct CliResult {
+  int status = -1;  // the exit status; 128 + the signal when the tool was killed by one
+  std::string out, err;
+};
+
+// orvane run in a fresh folder with a property-set and a quantity-set document, a catalogue, an empty folder and a FIFO.
+class Cli : public ::testing::Test {
  protected:
+  // Runs `orvane args...` in the folder (no argument holds a single quote), standard input from the file `in` there
+  // (/dev/null when empty), standard output into the result or onto the descriptor `out`.
+  CliResult run(const std::vector<std::string>& args, const std::string& in = "", int out = -1) const {
+    // Output goes to files rather than pipes, so a long listing cannot block the tool.
+    const TempDir capture;
+    std::string line = "cd '" + dir.path().string() + "' && exec '" ORVANE_CLI "'";
+    for (const std::string& arg : args) line += " '" + arg + "'";
+    line += " <'" + (in.empty() ? "/dev/null" : in) + "' 2>'" + capture.file("err") + "' >" +
+            (out >= 0 ? "&" + std::to_string(out) : "'" + capture.file("out") + "'");
+    const int status = std::system(line.c_str());
+    const int exit = WIFEXITED(status) ? WEXITSTATUS(status) : WIFSIGNALED(status) ? 128 + WTERMSIG(status) : -1;
+    return {exit, out >= 0 ? "" : readBytes(capture.file("out")), readBytes(capture.file("err"))};
+  }
+  std::string write(const std::string& name, const std::string& bytes) const { return dir.write(name, bytes); }
+  std::string read(const std::string& name) const { return readBytes(dir.file(name)); }
   void SetUp() override {
     for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) ::unsetenv(variable);
     write("p.xml", kWalls);
@@ -317,6 +312,24 @@ class Cli : public CliTest {
       if (entry.is_regular_file()) bytes[entry.path().string()] = readBytes(entry.path());
     return bytes;
   }
+  // saved.xml exported as CSV to a file and as JSON to standard output, each imported again to
+  // standard output (the JSON from standard input); gives the JSON.
+  std::string roundTrip(const std::string& group) {
+    const CliResult csv = run({group, "export", "saved.xml", "--format", "csv", "-o", "doc.csv"});
+    EXPECT_EQ(csv.status, 0) << csv.err;
+    EXPECT_EQ(csv.out, "");
+    const CliResult json = run({group, "export", "-"}, "saved.xml");
+    EXPECT_EQ(json.status, 0) << json.err;
+    write("doc.json", json.out);
+    for (const auto& [file, in] : {std::pair{"doc.csv", ""}, {"-", "doc.json"}}) {
+      SCOPED_TRACE(file);
+      const CliResult imported = run({group, "import", file, "-o", "-"}, in);
+      EXPECT_EQ(imported.status, 0) << imported.err;
+      EXPECT_EQ(imported.out, read("saved.xml"));
+    }
+    return json.out;
+  }
+  TempDir dir;
 };
 
 class Runs : public Cli, public ::testing::WithParamInterface<Row> {};
@@ -426,7 +439,7 @@ std::string psetDef(const std::string& name, const std::string& properties, cons
                                           el("ApplicableClasses", classNames) + el("PropertyDefs", properties));
 }
 
-TEST_F(CliTest, ImportPsdCarriesWhatTheDocumentsHoldAndReportsTheRest) {
+TEST_F(Cli, ImportPsdCarriesWhatTheDocumentsHoldAndReportsTheRest) {
   fs::create_directory(dir.path() / "psd");
   const std::string bounded =
       el("PropertyDef", el("Name", "Range") +
@@ -459,13 +472,13 @@ TEST_F(CliTest, ImportPsdCarriesWhatTheDocumentsHoldAndReportsTheRest) {
                                          el("ApplicableClasses", el("ClassName", "IfcWall")) + el("QtoDefs", qto)));
   write("out.xml", "previous");
 
-  const CliResult verbose = run({"import-psd", "psd", "-o", "out.xml", "--qto", "q.xml", "-v"});
+  const CliResult verbose = run({"import-psd", "psd", "-o", "out.xml", "--qto", "qto.xml", "-v"});
   ASSERT_EQ(verbose.status, 0) << verbose.err;
   EXPECT_EQ(read("out.xml.bak"), "previous");
   EXPECT_EQ(verbose.out,
             "Read 7 files: 4 property sets, 1 quantity sets.\n"
             "Wrote out.xml: 4 sets, 13 properties, 4 enumerated types, 4 relations.\n"
-            "Wrote q.xml: 1 quantity sets, 3 quantities, 1 element types.\nLeft out:\n"
+            "Wrote qto.xml: 1 quantity sets, 3 quantities, 1 element types.\nLeft out:\n"
             "  2  file that is not a set definition\n        psd/e.xml (neither a PropertySetDef nor a QtoSetDef)\n"
             "        psd/f.xml (not well-formed XML)\n  1  bounded value (a range of values)\n        Pset_A.Range\n"
             "  1  data type not representable\n        Pset_A.Complex (IfcComplexNumber)\n"
@@ -500,7 +513,7 @@ TEST_F(CliTest, ImportPsdCarriesWhatTheDocumentsHoldAndReportsTheRest) {
             "property,Finish,,Enumerated,PEnum_Finish,,,Yes,\npropertySet,Pset_D,About Pset_D,,,,,,\n"
             "property,Shape,,Enumerated,PEnum_Shape_Pset_B,,,Yes,\nrelation,Pset_A,,,,,,,IfcActuator\n"
             "relation,Pset_B,,,,,,,IfcSlab\nrelation,Pset_C,,,,,,,IfcBeam\nrelation,Pset_D,,,,,,,IfcColumn\n");
-  EXPECT_EQ(run({"qsets", "export", "q.xml", "--format", "csv"}).out,
+  EXPECT_EQ(run({"qsets", "export", "qto.xml", "--format", "csv"}).out,
             "record,name,description,element,kind,export,value\ntype,IfcLengthMeasure,,,,,\ntype,IfcAreaMeasure,,,,,\n"
             "type,IfcVolumeMeasure,,,,,\nobject,IfcWall,,,,,\nquantitySet,Qto_Wall,W,IfcWall,,,\n"
             "quantity,QLENGTH,The LENGTH,,IfcLengthMeasure,Yes,0\nquantity,QAREA,The AREA,,IfcAreaMeasure,Yes,0\n"
@@ -524,7 +537,7 @@ TEST_F(CliTest, ImportPsdCarriesWhatTheDocumentsHoldAndReportsTheRest) {
 
 // The whole buildingSMART IFC4 library makes the shipped samples, byte for byte (samples/ifc4 is remade with
 // `cmake --build <dir> --target ifc4-samples` after a change to the import); units follow the data types.
-TEST_F(CliTest, ImportPsdCarriesTheWholeIfc4Library) {
+TEST_F(Cli, ImportPsdCarriesTheWholeIfc4Library) {
   if (!fs::is_directory(ORVANE_PSD_DIR)) GTEST_SKIP() << "no IFC4 PSD files at " ORVANE_PSD_DIR " (set ORVANE_PSD_DIR)";
   const CliResult result = run({"import-psd", ORVANE_PSD_DIR, "-o", "psets.xml", "--qto", "qsets.xml"});
   ASSERT_EQ(result.status, 0) << result.err;
@@ -554,30 +567,10 @@ bool saveOnce(const fs::path& source, const std::string& saved) {
   return document.lee(source.c_str()) == 1 && document.graba(saved.c_str()) == 1;
 }
 
-class DocumentJson : public CliTest {
- protected:
-  // saved.xml exported as CSV to a file and as JSON to standard output, each imported again to
-  // standard output (the JSON from standard input); gives the JSON.
-  std::string roundTrip(const std::string& group) {
-    const CliResult csv = run({group, "export", "saved.xml", "--format", "csv", "-o", "doc.csv"});
-    EXPECT_EQ(csv.status, 0) << csv.err;
-    EXPECT_EQ(csv.out, "");
-    const CliResult json = run({group, "export", "-"}, "saved.xml");
-    EXPECT_EQ(json.status, 0) << json.err;
-    write("doc.json", json.out);
-    for (const auto& [file, in] : {std::pair{"doc.csv", ""}, {"-", "doc.json"}}) {
-      SCOPED_TRACE(file);
-      const CliResult imported = run({group, "import", file, "-o", "-"}, in);
-      EXPECT_EQ(imported.status, 0) << imported.err;
-      EXPECT_EQ(imported.out, read("saved.xml"));
-    }
-    return json.out;
-  }
-};
 
 // The samples (import-psd's IFC4 library among them, checked against the tool by ImportPsdCarriesTheWholeIfc4Library)
 // and the fuzz corpora, each as the library saves it.
-TEST_F(DocumentJson, EveryDocumentTheLibraryWritesComesBackByteForByte) {
+TEST_F(Cli, EveryDocumentTheLibraryWritesComesBackByteForByte) {
   std::size_t checked = 0;
   for (const char* folder :
        {"", "ifc4", "../fuzz/corpus/pset_reader", "../fuzz/corpus/qset_reader", "../fuzz/corpus/round_trip"}) {
@@ -596,7 +589,7 @@ TEST_F(DocumentJson, EveryDocumentTheLibraryWritesComesBackByteForByte) {
   EXPECT_GT(checked, 40u);
 }
 
-TEST_F(DocumentJson, SingleByteTextsBecomeUtf8AndGoBackAsTheSameBytes) {
+TEST_F(Cli, SingleByteTextsBecomeUtf8AndGoBackAsTheSameBytes) {
   // 0xBA is the degree sign of "ºC"; 0x81 is a byte Windows-1252 leaves undefined.
   const std::string saved =
       write("saved.xml",
