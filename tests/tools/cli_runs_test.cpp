@@ -511,20 +511,19 @@ TEST_F(Cli, ImportPsdCarriesWhatTheDocumentsHoldAndReportsTheRest) {
             "quantity,QLENGTH,The LENGTH,,IfcLengthMeasure,Yes,0\nquantity,QAREA,The AREA,,IfcAreaMeasure,Yes,0\n"
             "quantity,QVOLUME,The VOLUME,,IfcVolumeMeasure,Yes,0\n");
 
-  // Without --verbose only counts; with -o - the document goes to standard output and the report to stderr.
+  // Without --verbose only counts; -o - gives the document on stdout and the report on stderr; -q and --format json
+  // change only what is printed.
   const std::string counts = run({"import-psd", "psd", "-o", "plain.xml"}).out;
-  EXPECT_NE(counts.find("Left out:\n  2  file that is not a set definition\n  1  bounded value"), std::string::npos)
-      << counts;
-  EXPECT_NE(counts.find("  1  quantity set (no --qto file given)\nKept with changes:"), std::string::npos) << counts;
-  EXPECT_NE(counts.find("named PEnum_<property>\nAdd --verbose to list every item.\n"), std::string::npos) << counts;
+  for (const char* part : {"Left out:\n  2  file that is not a set definition\n  1  bounded value",
+                           "  1  quantity set (no --qto file given)\nKept with changes:",
+                           "named PEnum_<property>\nAdd --verbose to list every item.\n"})
+    EXPECT_NE(counts.find(part), std::string::npos) << counts;
   const CliResult piped = run({"import-psd", "psd", "-o", "-"});
   EXPECT_EQ(piped.out, read("plain.xml"));
   EXPECT_NE(piped.err.find("Left out:"), std::string::npos);
   EXPECT_EQ(run({"import-psd", "psd", "-o", "quiet.xml", "-q"}).out, "");
-  EXPECT_EQ(read("quiet.xml"), read("plain.xml"));
-  const CliResult json = run({"import-psd", "psd", "-o", "json.xml", "--format", "json"});
-  EXPECT_EQ(read("json.xml"), read("plain.xml"));
-  EXPECT_TRUE(nlohmann::json::accept(json.out)) << json.out;
+  EXPECT_TRUE(nlohmann::json::accept(run({"import-psd", "psd", "-o", "json.xml", "--format", "json"}).out));
+  for (const char* same : {"quiet.xml", "json.xml"}) EXPECT_EQ(read(same), read("plain.xml")) << same;
 }
 
 // The whole buildingSMART IFC4 library makes the shipped samples, byte for byte (samples/ifc4 is remade with
