@@ -271,7 +271,7 @@ struct CliResult {
   std::string out, err;
 };
 
-// orvane run in a fresh folder with a property-set and a quantity-set document, a catalogue, an empty folder and a FIFO.
+// orvane run in a fresh folder holding a property-set and a quantity-set document, a catalogue, a folder and a FIFO.
 class Cli : public ::testing::Test {
  protected:
   // Runs `orvane args...` in the folder (no argument holds a single quote), standard input from the file `in` there
@@ -406,9 +406,10 @@ std::string el(const std::string& tag, const std::string& content) {
   return "<" + tag + ">" + content + "</" + tag.substr(0, tag.find(' ')) + ">";
 }
 
-std::string single(const std::string& name, const std::string& type, const std::string& definition = "") {
+std::string single(const std::string& name, const std::string& type, const std::string& definition = "",
+                   const std::string& kind = "TypePropertySingleValue") {
   return el("PropertyDef", el("Name", name) + el("Definition", definition) +
-                               el("PropertyType", el("TypePropertySingleValue", "<DataType type=\"" + type + "\"/>")));
+                               el("PropertyType", el(kind, "<DataType type=\"" + type + "\"/>")));
 }
 
 std::string enumerated(const std::string& name, const std::string& list, const Values& items) {
@@ -433,14 +434,12 @@ std::string psetDef(const std::string& name, const std::string& properties, cons
 
 TEST_F(Cli, ImportPsdCarriesWhatTheDocumentsHoldAndReportsTheRest) {
   fs::create_directory(dir.path() / "psd");
-  const std::string bounded =
-      el("PropertyDef", el("Name", "Range") +
-                            el("PropertyType", el("TypePropertyBoundedValue", "<DataType type=\"IfcReal\"/>")));
   write("psd/a.xml",
         psetDef("Pset_A",
                 single("Width", "IfcPositiveLengthMeasure", "The width") + single("Pressure", "IfcPressureMeasure") +
                     single("Maybe", "IfcLogical") + single("Complex", "IfcComplexNumber") + single("Untyped", "") +
-                    bounded + single("Long", "IfcLabel", std::string(600, 'd')) +
+                    single("Range", "IfcReal", "", "TypePropertyBoundedValue") +
+                    single("Long", "IfcLabel", std::string(600, 'd')) +
                     enumerated("Status", "PEnum_Status", {"NEW", "OLD"}) +
                     enumerated("Shape", "PEnum_Shape", {"ROUND", "SQUARE"}),
                 {"IfcActuator/ELECTRICACTUATOR", "IfcActuator/HYDRAULICACTUATOR", ""}));
