@@ -73,11 +73,6 @@ const std::string kClean = psetFile(
                                       property("Color", "Colores", "azul") + property("Portante", "Boolean", "yes") +
                                       property("Eje", "Real", "Ejes.PK$") + property("Vacio", "Integer", "")),
     "<RelationIfcElementWithPSet PSet=\"MURO\" Object=\"IfcWall\"/>");
-const std::string kPsetsWithoutText =
-    "{\"format\":\"orvane-psets\",\"version\":1,\"enumeratedTypes\":[],\"relations\":[],\"propertySets\":[";
-const std::string kQsetsWithoutText =
-    "{\"format\":\"orvane-qsets\",\"version\":1,\"types\":[],\"objects\":[],\"quantitySets\":[";
-const std::string kCsvHeader = "record,name,description,type,enumeratedType,unit,rule,optional,value\n";
 
 // "in" holds `input` and is standard input; `says` is on stdout, or on stderr for status 2; empty: stdout stays empty.
 struct Row { std::string input, args; int status; std::string says; };
@@ -86,7 +81,11 @@ void PrintTo(const Row& run, std::ostream* os) { *os << "orvane " << run.args; }
 
 std::vector<Row> runs() {
   const std::string L(256, 'L'), pm = "psets merge p.xml part.xml in", qm = "qsets merge q.xml out.xml in",
-                    pi = "psets import in -o p.xml", setS = kCsvHeader + "propertySet,S,,,,,,,\n";
+                    pi = "psets import in -o p.xml",
+                    csv = "record,name,description,type,enumeratedType,unit,rule,optional,value\n",
+                    setS = csv + "propertySet,S,,,,,,,\n",
+                    pj = R"({"format":"orvane-psets","version":1,"enumeratedTypes":[],"relations":[],"propertySets":[)",
+                    qj = R"({"format":"orvane-qsets","version":1,"types":[],"objects":[],"quantitySets":[)";
   std::vector<Row> rows{
       // Usage: status 2, what is wrong, a suggestion for a mistyped command, never for a word far from any.
       {"", "", 2, "a command is required; run with --help to see them"},
@@ -231,22 +230,21 @@ std::vector<Row> runs() {
       {R"({"format":"orvane-qsets","version":2})", "qsets import in -o q.xml", 2, "\"version\" 2 is not known"},
       {R"({"format":"orvane-psets","version":1,"enumeratedTypes":[],"relations":[]})", "psets import - -o p.xml", 2,
        "document: \"propertySets\" is missing"},
-      {kPsetsWithoutText + R"({"name":")" + std::string(512, 'x') + R"(","description":"","properties":[]}]})", pi,
+      {pj + R"({"name":")" + std::string(512, 'x') + R"(","description":"","properties":[]}]})", pi,
        2, "propertySets[0].name: longer than the 511 bytes"},
-      {kPsetsWithoutText + R"({"name":"S","description":"","properties":[]},{"name":"T","description":"",)"
-       R"("properties":[{"name":"p","description":"","type":"Real","unit":"km","rule":"","optional":false,)"
-       R"("value":1}]}]})",
-       pi, 2, "propertySets[1].properties[0].unit: not one of the units"},
-      {kPsetsWithoutText + R"({"name":{"windows-1252":"\u20ac\u0100"},"description":"","properties":[]}]})",
+      {pj + R"({"name":"S","description":"","properties":[]},{"name":"T","description":"","properties":[{"name":"p",)"
+       R"("description":"","type":"Real","unit":"km","rule":"","optional":false,"value":1}]}]})", pi, 2,
+       "propertySets[1].properties[0].unit: not one of the units"},
+      {pj + R"({"name":{"windows-1252":"\u20ac\u0100"},"description":"","properties":[]}]})",
        pi, 2, "propertySets[0].name: a character that Windows-1252 does not have"},
-      {kQsetsWithoutText + R"({"name":"Q","description":"","element":"","quantities":[{"name":"q","description":"",)"
+      {qj + R"({"name":"Q","description":"","element":"","quantities":[{"name":"q","description":"",)"
        R"("kind":"IfcMass","export":true,"value":1}]}]})", "qsets import in -o q.xml", 2,
        "quantitySets[0].quantities[0].kind: IfcLengthMeasure, IfcAreaMeasure or IfcVolumeMeasure is expected"},
       {"name,description\n", pi, 2, "in:1: the first line must be the header record,name,"},
-      {kCsvHeader + "property,p,,Real,,,,No,1\n", pi, 2, "in:2: a propertySet line must come first"},
+      {csv + "property,p,,Real,,,,No,1\n", pi, 2, "in:2: a propertySet line must come first"},
       {setS + "property,p,,Integer,,,,No,2.5\n", pi, 2, "in:3: \"2.5\" is not an integer"},
       {setS + "property,p,,Boolean,,,,maybe,Yes\n", pi, 2, "\"maybe\" where Yes or No is expected"},
-      {kCsvHeader + "set,S,,,,,,,\n", pi, 2, "in:2: unknown record \"set\""},
+      {csv + "set,S,,,,,,,\n", pi, 2, "in:2: unknown record \"set\""},
       {setS, "psets import in -o out.xml -q", 0, ""},
   };
   // The tool grows its record array until the library fills less than all of it.
