@@ -1,14 +1,19 @@
-// orvane runs as a user makes them: arguments, exit status, what is printed, and on an error no file touched.
+// orvane run as a user runs it, from a shell in a fresh folder: arguments, exit status, what is printed, the files
+// it leaves; and documents across formats (import-psd, export and import back to the same bytes).
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
+#include <tinyxml2.h>
 #include <unistd.h>
 
+#include <iterator>
 #include <map>
 #include <nlohmann/json.hpp>
+#include <regex>
 #include <sstream>
 
 #include "support/documents.h"
-#include "tools/cli.h"
 
 using namespace orvane::test;
 namespace fs = std::filesystem;
@@ -68,24 +73,19 @@ const std::string kClean = psetFile(
                                       property("Color", "Colores", "azul") + property("Portante", "Boolean", "yes") +
                                       property("Eje", "Real", "Ejes.PK$") + property("Vacio", "Integer", "")),
     "<RelationIfcElementWithPSet PSet=\"MURO\" Object=\"IfcWall\"/>");
-const std::string kPsetsWithoutText =
-    "{\"format\":\"orvane-psets\",\"version\":1,\"enumeratedTypes\":[],\"relations\":[],\"propertySets\":[";
-const std::string kQsetsWithoutText =
-    "{\"format\":\"orvane-qsets\",\"version\":1,\"types\":[],\"objects\":[],\"quantitySets\":[";
-const std::string kCsvHeader = "record,name,description,type,enumeratedType,unit,rule,optional,value\n";
 
-struct Row {
-  std::string input;  // written to the file "in", which is also standard input
-  std::string args;   // split at spaces
-  int status;
-  std::string says;  // on stdout, or on stderr for status 2; empty: stdout stays empty
-};
+// "in" holds `input` and is standard input; `says` is on stdout, or on stderr for status 2; empty: stdout stays empty.
+struct Row { std::string input, args; int status; std::string says; };
 
 void PrintTo(const Row& run, std::ostream* os) { *os << "orvane " << run.args; }
 
 std::vector<Row> runs() {
   const std::string L(256, 'L'), pm = "psets merge p.xml part.xml in", qm = "qsets merge q.xml out.xml in",
-                    pi = "psets import in -o p.xml";
+                    pi = "psets import in -o p.xml",
+                    csv = "record,name,description,type,enumeratedType,unit,rule,optional,value\n",
+                    setS = csv + "propertySet,S,,,,,,,\n",
+                    pj = R"({"format":"orvane-psets","version":1,"enumeratedTypes":[],"relations":[],"propertySets":[)",
+                    qj = R"({"format":"orvane-qsets","version":1,"types":[],"objects":[],"quantitySets":[)";
   std::vector<Row> rows{
       // Usage: status 2, what is wrong, a suggestion for a mistyped command, never for a word far from any.
       {"", "", 2, "a command is required; run with --help to see them"},
@@ -139,8 +139,7 @@ std::vector<Row> runs() {
       // Records a merge refuses, with their line, writing nothing.
       {"S,P,Texto\n", "psets merge p.xml part.xml in --save", 2,
        "in:1: unknown type \"Texto\" (expected Integer, Real, String, Enumerated, Boolean or DateTime)"},
-      {"S,P,String\nS,P\n", pm, 2,
-       "in:2: 2 fields where set,property,type,value,unit,enum are expected"},
+      {"S,P,String\nS,P\n", pm, 2, "in:2: 2 fields where set,property,type,value,unit,enum are expected"},
       {"S,P,String,v,,,extra\n", pm, 2, "in:1: 7 fields"},
       {"S,P,String\nS,Q,String,\"open\n\n", pm, 2, "in:2: a quoted field is never closed"},
       {"S,P,String,say \"hi\"\n", pm, 2, "in:1: a quote inside an unquoted field"},
@@ -166,8 +165,7 @@ std::vector<Row> runs() {
       {"S,Q,area,\n", qm, 2, "in:1: value \"\" is not a number"},
       {"S,Q,area\n", qm, 2, "in:1: 3 fields where set,quantity,kind,value are expected"},
       {"S,Q,area,1,x\n", qm, 2, "in:1: 5 fields"},
-      {"set,quantity,value,kind\n", qm, 2,
-       "in:1: a header line must name the columns set,quantity,kind,value"},
+      {"set,quantity,value,kind\n", qm, 2, "in:1: a header line must name the columns set,quantity,kind,value"},
       // Files a merge would lose or cannot write.
       {"S,P,String\n", "psets merge missing.xml part.xml in", 2, "missing.xml: no such file"},
       {"S,P,String\n", "psets merge q.xml part.xml in", 2, "where a property-set document is expected"},
@@ -178,7 +176,8 @@ std::vector<Row> runs() {
       {"S,Q,area,1\n", "qsets merge none.xml out.xml in", 2, "none.xml: no such file"},
       {"S,Q,area,1\n", "qsets merge q.xml q.xml in", 2, "the output must be another file"},
       {"S,P,String\n", "psets merge p.xml part.xml in -q", 0, ""},
-      {"S,P,String\n", pm, 0, "Wrote the sets they name to part.xml.\np.xml is unchanged; add --save to write the merge"},
+      {"S,P,String\n", pm, 0,
+       "Wrote the sets they name to part.xml.\np.xml is unchanged; add --save to write the merge"},
       {"\xEF\xBB\xBFSET,Property,Type,Value\r\nMuro,Alto,Real,4\r\nMuro,Ancho,real,0.3,M\r\n\r\n", pm, 0,
        "Merged 2 records"},
       {"S,Q,area,1\n", "qsets merge q.xml out.xml in --quiet", 0, ""},
@@ -232,25 +231,22 @@ std::vector<Row> runs() {
       {R"({"format":"orvane-qsets","version":2})", "qsets import in -o q.xml", 2, "\"version\" 2 is not known"},
       {R"({"format":"orvane-psets","version":1,"enumeratedTypes":[],"relations":[]})", "psets import - -o p.xml", 2,
        "document: \"propertySets\" is missing"},
-      {kPsetsWithoutText + R"({"name":")" + std::string(512, 'x') + R"(","description":"","properties":[]}]})", pi,
+      {pj + R"({"name":")" + std::string(512, 'x') + R"(","description":"","properties":[]}]})", pi,
        2, "propertySets[0].name: longer than the 511 bytes"},
-      {kPsetsWithoutText + R"({"name":"S","description":"","properties":[]},{"name":"T","description":"",)"
-       R"("properties":[{"name":"p","description":"","type":"Real","unit":"km","rule":"","optional":false,)"
-       R"("value":1}]}]})",
-       pi, 2, "propertySets[1].properties[0].unit: not one of the units"},
-      {kPsetsWithoutText + R"({"name":{"windows-1252":"\u20ac\u0100"},"description":"","properties":[]}]})",
+      {pj + R"({"name":"S","description":"","properties":[]},{"name":"T","description":"","properties":[{"name":"p",)"
+       R"("description":"","type":"Real","unit":"km","rule":"","optional":false,"value":1}]}]})", pi, 2,
+       "propertySets[1].properties[0].unit: not one of the units"},
+      {pj + R"({"name":{"windows-1252":"\u20ac\u0100"},"description":"","properties":[]}]})",
        pi, 2, "propertySets[0].name: a character that Windows-1252 does not have"},
-      {kQsetsWithoutText + R"({"name":"Q","description":"","element":"","quantities":[{"name":"q","description":"",)"
+      {qj + R"({"name":"Q","description":"","element":"","quantities":[{"name":"q","description":"",)"
        R"("kind":"IfcMass","export":true,"value":1}]}]})", "qsets import in -o q.xml", 2,
        "quantitySets[0].quantities[0].kind: IfcLengthMeasure, IfcAreaMeasure or IfcVolumeMeasure is expected"},
       {"name,description\n", pi, 2, "in:1: the first line must be the header record,name,"},
-      {kCsvHeader + "property,p,,Real,,,,No,1\n", pi, 2, "in:2: a propertySet line must come first"},
-      {kCsvHeader + "propertySet,S,,,,,,,\nproperty,p,,Integer,,,,No,2.5\n", pi, 2,
-       "in:3: \"2.5\" is not an integer"},
-      {kCsvHeader + "propertySet,S,,,,,,,\nproperty,p,,Boolean,,,,maybe,Yes\n", pi, 2,
-       "\"maybe\" where Yes or No is expected"},
-      {kCsvHeader + "set,S,,,,,,,\n", pi, 2, "in:2: unknown record \"set\""},
-      {kCsvHeader + "propertySet,S,,,,,,,\n", "psets import in -o out.xml -q", 0, ""},
+      {csv + "property,p,,Real,,,,No,1\n", pi, 2, "in:2: a propertySet line must come first"},
+      {setS + "property,p,,Integer,,,,No,2.5\n", pi, 2, "in:3: \"2.5\" is not an integer"},
+      {setS + "property,p,,Boolean,,,,maybe,Yes\n", pi, 2, "\"maybe\" where Yes or No is expected"},
+      {csv + "set,S,,,,,,,\n", pi, 2, "in:2: unknown record \"set\""},
+      {setS, "psets import in -o out.xml -q", 0, ""},
   };
   // The tool grows its record array until the library fills less than all of it.
   for (const int count : {0, 255, 256, 257, 600}) {
@@ -269,9 +265,29 @@ std::vector<Row> runs() {
   return rows;
 }
 
-// A folder with a property-set and a quantity-set document, a catalogue, an empty folder and a FIFO.
-class Cli : public CliTest {
+struct CliResult {
+  int status = -1;  // the exit status; 128 + the signal when the tool was killed by one
+  std::string out, err;
+};
+
+// orvane run in a fresh folder holding a property-set and a quantity-set document, a catalogue, a folder and a FIFO.
+class Cli : public ::testing::Test {
  protected:
+  // Runs `orvane args...` in the folder (no argument holds a single quote), standard input from the file `in` there
+  // (/dev/null when empty), standard output into the result or onto the descriptor `out`.
+  CliResult run(const std::vector<std::string>& args, const std::string& in = "", int out = -1) const {
+    // Output goes to files rather than pipes, so a long listing cannot block the tool.
+    const TempDir capture;
+    std::string line = "cd '" + dir.path().string() + "' && exec '" ORVANE_CLI "'";
+    for (const std::string& arg : args) line += " '" + arg + "'";
+    line += " <'" + (in.empty() ? "/dev/null" : in) + "' 2>'" + capture.file("err") + "' >" +
+            (out >= 0 ? "&" + std::to_string(out) : "'" + capture.file("out") + "'");
+    const int status = std::system(line.c_str());
+    const int exit = WIFEXITED(status) ? WEXITSTATUS(status) : WIFSIGNALED(status) ? 128 + WTERMSIG(status) : -1;
+    return {exit, out >= 0 ? "" : readBytes(capture.file("out")), readBytes(capture.file("err"))};
+  }
+  std::string write(const std::string& name, const std::string& bytes) const { return dir.write(name, bytes); }
+  std::string read(const std::string& name) const { return readBytes(dir.file(name)); }
   void SetUp() override {
     for (const char* variable : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) ::unsetenv(variable);
     write("p.xml", kWalls);
@@ -287,6 +303,24 @@ class Cli : public CliTest {
       if (entry.is_regular_file()) bytes[entry.path().string()] = readBytes(entry.path());
     return bytes;
   }
+  // saved.xml exported as CSV to a file and as JSON to standard output, each imported again to
+  // standard output (the JSON from standard input); gives the JSON.
+  std::string roundTrip(const std::string& group) {
+    const CliResult csv = run({group, "export", "saved.xml", "--format", "csv", "-o", "doc.csv"});
+    EXPECT_EQ(csv.status, 0) << csv.err;
+    EXPECT_EQ(csv.out, "");
+    const CliResult json = run({group, "export", "-"}, "saved.xml");
+    EXPECT_EQ(json.status, 0) << json.err;
+    write("doc.json", json.out);
+    for (const auto& [file, in] : {std::pair{"doc.csv", ""}, {"-", "doc.json"}}) {
+      SCOPED_TRACE(file);
+      const CliResult imported = run({group, "import", file, "-o", "-"}, in);
+      EXPECT_EQ(imported.status, 0) << imported.err;
+      EXPECT_EQ(imported.out, read("saved.xml"));
+    }
+    return json.out;
+  }
+  TempDir dir;
 };
 
 class Runs : public Cli, public ::testing::WithParamInterface<Row> {};
@@ -295,56 +329,45 @@ TEST_P(Runs, ExitStatusOutputAndFiles) {
   const Row& row = GetParam();
   write("in", row.input);
   const auto before = files();
-  std::vector<std::string> args;
-  for (std::istringstream words(row.args); args.emplace_back(), words >> args.back();) {}
-  args.pop_back();
-  const CliResult result = run(args, "in");
+  std::istringstream words(row.args);
+  const CliResult result = run({std::istream_iterator<std::string>(words), {}}, "in");
   EXPECT_EQ(result.status, row.status) << result.out << result.err;
   // Only a merge with --save changes a file that was there; a failed command writes none.
   const auto after = files();
   for (const auto& [name, bytes] : before) EXPECT_EQ(after.at(name), bytes) << name;
-  if (row.status == 2) {
+  // A failure says "orvane: ..." on stderr alone; any other run leaves stderr empty.
+  const bool failed = row.status == 2;
+  const std::string& said = failed ? result.err : result.out;
+  EXPECT_EQ(failed ? result.out : result.err, "");
+  EXPECT_NE(said.find(row.says), std::string::npos) << said;
+  EXPECT_TRUE(!row.says.empty() || said.empty()) << said;
+  EXPECT_TRUE(failed || row.args.find("json") == std::string::npos || nlohmann::json::accept(said)) << said;
+  if (failed) {
     EXPECT_EQ(after.size(), before.size()) << "a failed command wrote a file";
-    EXPECT_EQ(result.out, "");
-    EXPECT_EQ(result.err.rfind("orvane: ", 0), 0u) << result.err;
-    EXPECT_NE(result.err.find(row.says), std::string::npos) << result.err;
-    return;
-  }
-  EXPECT_EQ(result.err, "");
-  if (row.says.empty()) {
-    EXPECT_EQ(result.out, "");
-  }
-  EXPECT_NE(result.out.find(row.says), std::string::npos) << result.out;
-  if (row.args.find("json") != std::string::npos) {
-    EXPECT_TRUE(nlohmann::json::accept(result.out)) << result.out;
+    EXPECT_EQ(said.rfind("orvane: ", 0), 0u) << said;
   }
 }
 
 INSTANTIATE_TEST_SUITE_P(Cli, Runs, ::testing::ValuesIn(runs()));
 
-TEST_F(Cli, InputsAreBoundedTo256MiB) {
+// Inputs past 256 MiB are refused; an output on a full disk or a pipe whose reader is gone fails with a message.
+TEST_F(Cli, InputsAndOutputsThatCannotBeUsedExitWithTwo) {
   write("in", "");
   fs::resize_file(dir.path() / "in", (std::uintmax_t{256} << 20) + 1);
   EXPECT_NE(run({"psets", "list", "in"}).err.find("document in: is larger than 256 MiB"), std::string::npos);
   const CliResult piped = run({"psets", "export", "-"}, "in");
   EXPECT_EQ(piped.status, 2);
   EXPECT_NE(piped.err.find("standard input: is larger than 256 MiB"), std::string::npos) << piped.err;
-}
-
-// A full disk or a pipe whose reader is gone, on standard output: the command fails with a message.
-TEST_F(Cli, OutputThatCannotBeWrittenExitsWithTwo) {
-  const int full = ::open("/dev/full", O_WRONLY);
   int pipeEnds[2];
-  ASSERT_GE(full, 0);
   ASSERT_EQ(::pipe(pipeEnds), 0);
   ::close(pipeEnds[0]);
-  for (const int out : {full, pipeEnds[1]}) {
+  for (const int out : {::open("/dev/full", O_WRONLY), pipeEnds[1]}) {
+    ASSERT_GE(out, 0);
     const CliResult result = run({"psets", "list", "p.xml"}, "", out);
     EXPECT_EQ(result.status, 2);
     EXPECT_EQ(result.err.rfind("orvane: cannot write the output", 0), 0u) << result.err;
+    ::close(out);
   }
-  ::close(full);
-  ::close(pipeEnds[1]);
 }
 
 // What list gives, edited, merges back into FILE with --save, the old one kept as FILE.bak (without --save FILE is
@@ -354,25 +377,223 @@ TEST_F(Cli, MergeWritesTheDocumentOnlyWithSave) {
   edited.replace(edited.find("2.500"), 5, "3.125");
   const std::string added =
       "Muro,Acabado,enumerated,Rojo,,Colores\nMuro,Ancho,real,0.3,M\nNuevo,\"Uno, dos\",String,\"x\"\"y\nz\"\n";
-  const struct {
-    std::string group, file, document, records, says, listed;
-  } cases[] = {
-      {"psets", "p.xml", kWalls, edited + added, "Merged 9 records",
+  const struct { std::string group, file, records, says, listed; } cases[] = {
+      {"psets", "p.xml", edited + added, "Merged 9 records",
        edited + "Muro,Acabado,Enumerated,Rojo,,Colores\nMuro,Ancho,Real,0.300,m,\n"
                 "Nuevo,\"Uno, dos\",String,\"x\"\"y\nz\",,\n"},
-      {"qsets", "q.xml", kQuantities,
-       "set,quantity,kind,value\nwalls,Height,IfcLengthMeasure,2.75\nSlabs,Volume,VOLUME,0.1\n",
+      {"qsets", "q.xml", "set,quantity,kind,value\nwalls,Height,IfcLengthMeasure,2.75\nSlabs,Volume,VOLUME,0.1\n",
        "Merged 2 records",
        "Slabs,Volume,volume,0.100\nwalls,area,area,3.000\nwalls,Volume,volume,1.250\nwalls,Height,length,2.750\n"},
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.group);
     write("r.csv", c.records);
+    const std::string document = read(c.file);
     const CliResult saved = run({c.group, "merge", c.file, "part.xml", "r.csv", "--save"});
     EXPECT_NE(saved.out.find(c.says), std::string::npos) << saved.out << saved.err;
-    EXPECT_EQ(read(c.file + ".bak"), c.document);
+    EXPECT_EQ(read(c.file + ".bak"), document);
     EXPECT_NE(run({c.group, "list", c.file, "--format", "csv"}).out.find(c.listed), std::string::npos);
   }
+}
+
+using Values = std::vector<std::string>;
+
+constexpr const char* kPsd = "http://buildingSMART-tech.org/xml/psd/PSD_IFC4.xsd";
+
+// <tag attributes>content</tag>
+std::string el(const std::string& tag, const std::string& content) {
+  return "<" + tag + ">" + content + "</" + tag.substr(0, tag.find(' ')) + ">";
+}
+
+std::string single(const std::string& name, const std::string& type, const std::string& definition = "",
+                   const std::string& kind = "TypePropertySingleValue") {
+  return el("PropertyDef", el("Name", name) + el("Definition", definition) +
+                               el("PropertyType", el(kind, "<DataType type=\"" + type + "\"/>")));
+}
+
+std::string enumerated(const std::string& name, const std::string& list, const Values& items) {
+  std::string names, constants;
+  for (const std::string& item : items) {
+    names += el("EnumItem", item);
+    constants += el("ConstantDef", el("Name", item));
+  }
+  const std::string values = list.empty() ? el("EnumList", "") : el("EnumList name=\"" + list + "\"", names);
+  return el("PropertyDef", el("Name", name) + el("PropertyType", el("TypePropertyEnumeratedValue",
+                                                                     values + el("ConstantList", constants))));
+}
+
+std::string psetDef(const std::string& name, const std::string& properties, const Values& classes,
+                    const std::string& xmlns = std::string(" xmlns=\"") + kPsd + "\"") {
+  std::string classNames;
+  for (const std::string& c : classes) classNames += el("ClassName", c);
+  return "<?xml version=\"1.0\"?>\n" +
+         el("PropertySetDef" + xmlns, el("Name", name) + el("Definition", "About " + name) +
+                                          el("ApplicableClasses", classNames) + el("PropertyDefs", properties));
+}
+
+TEST_F(Cli, ImportPsdCarriesWhatTheDocumentsHoldAndReportsTheRest) {
+  fs::create_directory(dir.path() / "psd");
+  write("psd/a.xml",
+        psetDef("Pset_A",
+                single("Width", "IfcPositiveLengthMeasure", "The width") + single("Pressure", "IfcPressureMeasure") +
+                    single("Maybe", "IfcLogical") + single("Complex", "IfcComplexNumber") + single("Untyped", "") +
+                    single("Range", "IfcReal", "", "TypePropertyBoundedValue") +
+                    single("Long", "IfcLabel", std::string(600, 'd')) +
+                    enumerated("Status", "PEnum_Status", {"NEW", "OLD"}) +
+                    enumerated("Shape", "PEnum_Shape", {"ROUND", "SQUARE"}),
+                {"IfcActuator/ELECTRICACTUATOR", "IfcActuator/HYDRAULICACTUATOR", ""}));
+  // Every element with a namespace prefix; the same list name for other values is a type of its own.
+  write("psd/b.xml", std::regex_replace(psetDef("Pset_B", single("Label", "IfcLabel") +
+                                                              enumerated("Shape", "PEnum_Shape", {"FLAT"}),
+                                                {"IfcSlab"}, std::string(" xmlns:psd=\"") + kPsd + "\""),
+                                        std::regex("<(/?)([A-Z])"), "<$1psd:$2"));
+  // No namespace; unnamed lists take the name of an identical list, or PEnum_<property>.
+  write("psd/c.xml", psetDef("Pset_C",
+                             single("Count", "IfcCountMeasure") + enumerated("Condition", "", {"NEW", "OLD"}) +
+                                 enumerated("Finish", "", {"MATT", "GLOSS"}),
+                             {"IfcBeam"}, ""));
+  write("psd/d.xml", psetDef("Pset_D", enumerated("Shape", "PEnum_Shape", {"FLAT"}), {"IfcColumn"}));
+  write("psd/e.xml", "<Other/>\n");
+  write("psd/f.xml", "<PropertySetDef><Name>Broken");
+  std::string qto;
+  for (const std::string kind : {"LENGTH", "AREA", "VOLUME", "WEIGHT", "COUNT"})
+    qto += el("QtoDef", el("Name", "Q" + kind) + el("Definition", "The " + kind) + el("QtoType", "Q_" + kind));
+  write("psd/q.xml", el("QtoSetDef", el("Name", "Qto_Wall") + el("Definition", "W") +
+                                         el("ApplicableClasses", el("ClassName", "IfcWall")) + el("QtoDefs", qto)));
+  write("out.xml", "previous");
+
+  const CliResult verbose = run({"import-psd", "psd", "-o", "out.xml", "--qto", "qto.xml", "-v"});
+  ASSERT_EQ(verbose.status, 0) << verbose.err;
+  EXPECT_EQ(read("out.xml.bak"), "previous");
+  EXPECT_EQ(verbose.out,
+            "Read 7 files: 4 property sets, 1 quantity sets.\n"
+            "Wrote out.xml: 4 sets, 13 properties, 4 enumerated types, 4 relations.\n"
+            "Wrote qto.xml: 1 quantity sets, 3 quantities, 1 element types.\nLeft out:\n"
+            "  2  file that is not a set definition\n        psd/e.xml (neither a PropertySetDef nor a QtoSetDef)\n"
+            "        psd/f.xml (not well-formed XML)\n  1  bounded value (a range of values)\n        Pset_A.Range\n"
+            "  1  data type not representable\n        Pset_A.Complex (IfcComplexNumber)\n"
+            "  1  empty applicable class\n        Pset_A\n"
+            "  1  quantity kind Q_COUNT (only lengths, areas and volumes are kept)\n        Qto_Wall.QCOUNT\n"
+            "  1  quantity kind Q_WEIGHT (only lengths, areas and volumes are kept)\n        Qto_Wall.QWEIGHT\n"
+            "Kept with changes:\n  2  enumerated type renamed, its name was taken by other values\n"
+            "        Pset_B.Shape: PEnum_Shape -> PEnum_Shape_Pset_B\n"
+            "        Pset_D.Shape: PEnum_Shape -> PEnum_Shape_Pset_B\n"
+            "  2  predefined type dropped from an applicable class\n        Pset_A: IfcActuator/ELECTRICACTUATOR\n"
+            "        Pset_A: IfcActuator/HYDRAULICACTUATOR\n"
+            "  1  IfcLogical kept as Boolean (its UNKNOWN state is lost)\n        Pset_A.Maybe (IfcLogical)\n"
+            "  1  description cut to 511 bytes\n        Pset_A.Long\n"
+            "  1  no data type given, kept as String\n        Pset_A.Untyped\n"
+            "  1  unit not representable, kept as Real without unit\n        Pset_A.Pressure (IfcPressureMeasure)\n"
+            "  1  unnamed value list given the name of an identical list\n        Pset_C.Condition: PEnum_Status\n"
+            "  1  unnamed value list named PEnum_<property>\n        Pset_C.Finish: PEnum_Finish\n");
+  // The documents, whole: types, units, enumerated types shared or renamed, descriptions, relations.
+  EXPECT_EQ(run({"psets", "export", "out.xml", "--format", "csv"}).out,
+            "record,name,description,type,enumeratedType,unit,rule,optional,value\n"
+            "enumeratedType,PEnum_Finish,,,,,,,\nenumValue,MATT,,,,,,,1\nenumValue,GLOSS,,,,,,,2\n"
+            "enumeratedType,PEnum_Shape,,,,,,,\nenumValue,ROUND,,,,,,,1\nenumValue,SQUARE,,,,,,,2\n"
+            "enumeratedType,PEnum_Shape_Pset_B,,,,,,,\nenumValue,FLAT,,,,,,,1\n"
+            "enumeratedType,PEnum_Status,,,,,,,\nenumValue,NEW,,,,,,,1\nenumValue,OLD,,,,,,,2\n"
+            "propertySet,Pset_A,About Pset_A,,,,,,\nproperty,Width,The width,Real,,m,,Yes,0\n"
+            "property,Pressure,,Real,,,,Yes,0\nproperty,Maybe,,Boolean,,,,Yes,No\nproperty,Untyped,,String,,,,Yes,\n"
+            "property,Long," + std::string(511, 'd') + ",String,,,,Yes,\n"
+            "property,Status,,Enumerated,PEnum_Status,,,Yes,\nproperty,Shape,,Enumerated,PEnum_Shape,,,Yes,\n"
+            "propertySet,Pset_B,About Pset_B,,,,,,\nproperty,Label,,String,,,,Yes,\n"
+            "property,Shape,,Enumerated,PEnum_Shape_Pset_B,,,Yes,\npropertySet,Pset_C,About Pset_C,,,,,,\n"
+            "property,Count,,Integer,,,,Yes,0\nproperty,Condition,,Enumerated,PEnum_Status,,,Yes,\n"
+            "property,Finish,,Enumerated,PEnum_Finish,,,Yes,\npropertySet,Pset_D,About Pset_D,,,,,,\n"
+            "property,Shape,,Enumerated,PEnum_Shape_Pset_B,,,Yes,\nrelation,Pset_A,,,,,,,IfcActuator\n"
+            "relation,Pset_B,,,,,,,IfcSlab\nrelation,Pset_C,,,,,,,IfcBeam\nrelation,Pset_D,,,,,,,IfcColumn\n");
+  EXPECT_EQ(run({"qsets", "export", "qto.xml", "--format", "csv"}).out,
+            "record,name,description,element,kind,export,value\ntype,IfcLengthMeasure,,,,,\ntype,IfcAreaMeasure,,,,,\n"
+            "type,IfcVolumeMeasure,,,,,\nobject,IfcWall,,,,,\nquantitySet,Qto_Wall,W,IfcWall,,,\n"
+            "quantity,QLENGTH,The LENGTH,,IfcLengthMeasure,Yes,0\nquantity,QAREA,The AREA,,IfcAreaMeasure,Yes,0\n"
+            "quantity,QVOLUME,The VOLUME,,IfcVolumeMeasure,Yes,0\n");
+
+  // Without --verbose only counts; -o - gives the document on stdout and the report on stderr; -q and --format json
+  // change only what is printed.
+  const std::string counts = run({"import-psd", "psd", "-o", "plain.xml"}).out;
+  for (const char* part : {"Left out:\n  2  file that is not a set definition\n  1  bounded value",
+                           "  1  quantity set (no --qto file given)\nKept with changes:",
+                           "named PEnum_<property>\nAdd --verbose to list every item.\n"})
+    EXPECT_NE(counts.find(part), std::string::npos) << counts;
+  const CliResult piped = run({"import-psd", "psd", "-o", "-"});
+  EXPECT_EQ(piped.out, read("plain.xml"));
+  EXPECT_NE(piped.err.find("Left out:"), std::string::npos);
+  EXPECT_EQ(run({"import-psd", "psd", "-o", "quiet.xml", "-q"}).out, "");
+  EXPECT_TRUE(nlohmann::json::accept(run({"import-psd", "psd", "-o", "json.xml", "--format", "json"}).out));
+  for (const char* same : {"quiet.xml", "json.xml"}) EXPECT_EQ(read(same), read("plain.xml")) << same;
+}
+
+// The whole buildingSMART IFC4 library makes the shipped samples, byte for byte (samples/ifc4 is remade with
+// `cmake --build <dir> --target ifc4-samples` after a change to the import); units follow the data types.
+TEST_F(Cli, ImportPsdCarriesTheWholeIfc4Library) {
+  if (!fs::is_directory(ORVANE_PSD_DIR)) GTEST_SKIP() << "no IFC4 PSD files at " ORVANE_PSD_DIR " (set ORVANE_PSD_DIR)";
+  const CliResult result = run({"import-psd", ORVANE_PSD_DIR, "-o", "psets.xml", "--qto", "qsets.xml"});
+  ASSERT_EQ(result.status, 0) << result.err;
+  EXPECT_NE(result.out.find(" files: 420 property sets, "), std::string::npos) << result.out;
+  EXPECT_EQ(read("psets.xml"), readBytes(ORVANE_SAMPLES_DIR "/ifc4/ifc4-psets.xml"));
+  EXPECT_EQ(read("qsets.xml"), readBytes(ORVANE_SAMPLES_DIR "/ifc4/ifc4-qsets.xml"));
+  const std::string listed = run({"psets", "list", "psets.xml", "--format", "csv"}).out;
+  for (const char* line : {"\nPset_DoorCommon,FireExit,Boolean,", "\nPset_SlabCommon,PitchAngle,Real,0.000,rad,",
+                           "\nPset_SpaceCommon,GrossPlannedArea,Real,0.000,m2,",
+                           "\nPset_WallCommon,ThermalTransmittance,Real,0.000,,",
+                           "\nPset_BuildingCommon,NumberOfStoreys,Integer,0,,"})
+    EXPECT_NE(listed.find(line), std::string::npos) << line;
+}
+
+// "psets" or "qsets" by the root element, "" for anything else.
+std::string groupOf(const fs::path& file) {
+  tinyxml2::XMLDocument xml;
+  if (xml.LoadFile(file.c_str()) != tinyxml2::XML_SUCCESS || xml.RootElement() == nullptr) return "";
+  const std::string root = xml.RootElement()->Name();
+  return root == "PropertySetsBIM" ? "psets" : root == "QuantitiesSetQuorsel" ? "qsets" : "";
+}
+
+// Saves what the library reads of `source` to `saved`; false when it does not read it.
+template <class Document>
+bool saveOnce(const fs::path& source, const std::string& saved) {
+  Document document;
+  return document.lee(source.c_str()) == 1 && document.graba(saved.c_str()) == 1;
+}
+
+
+class DocumentJson : public Cli {};  // the name docs/cli.md gives these tests
+
+// The samples (import-psd's IFC4 library among them, checked against the tool by ImportPsdCarriesTheWholeIfc4Library)
+// and the fuzz corpora, each as the library saves it.
+TEST_F(DocumentJson, EveryDocumentTheLibraryWritesComesBackByteForByte) {
+  std::size_t checked = 0;
+  for (const char* folder :
+       {"", "ifc4", "../fuzz/corpus/pset_reader", "../fuzz/corpus/qset_reader", "../fuzz/corpus/round_trip"}) {
+    for (const fs::directory_entry& source : fs::directory_iterator(fs::path(ORVANE_SAMPLES_DIR) / folder)) {
+      SCOPED_TRACE(source.path().string());
+      const std::string group = source.is_regular_file() ? groupOf(source.path()) : "", saved = dir.file("saved.xml");
+      fs::remove(saved);
+      if (group == "psets" ? !saveOnce<CIfcProyectPSet>(source.path(), saved)
+                           : group != "qsets" || !saveOnce<CIfcProyectQSet>(source.path(), saved))
+        continue;
+      roundTrip(group);
+      ++checked;
+    }
+  }
+  // The samples alone are five documents; the corpora add dozens.
+  EXPECT_GT(checked, 40u);
+}
+
+TEST_F(DocumentJson, SingleByteTextsBecomeUtf8AndGoBackAsTheSameBytes) {
+  // 0xBA is the degree sign of "ºC"; 0x81 is a byte Windows-1252 leaves undefined.
+  const std::string saved =
+      write("saved.xml",
+            "<PropertySetsBIM><PropertiesSet><PropertySet Name=\"Muro\xE9\" Description=\"a\x81\">"
+            "<PropertyName Name=\"T\" Optional=\"No\" Unit=\"\xBA" "C\" Rule=\"\" Type=\"Real\">"
+            "<Description>caf\xC3\xA9</Description>"
+            "<Value>G.V$</Value></PropertyName></PropertySet></PropertiesSet></PropertySetsBIM>");
+  ASSERT_TRUE(saveOnce<CIfcProyectPSet>(saved, saved));
+  // Texts already in UTF-8 go as they are.
+  EXPECT_EQ(nlohmann::json::parse(roundTrip("psets"))["propertySets"][0], nlohmann::json::parse(R"({
+    "name": {"windows-1252": "Muro\u00e9"}, "description": {"windows-1252": "a\u0081"}, "properties": [{"name": "T",
+    "description": "caf\u00e9", "type": "Real", "unit": "\u00baC", "rule": "", "optional": false,
+    "value": {"reference": "G.V$"}}]})"));
 }
 
 }  // namespace
