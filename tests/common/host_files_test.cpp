@@ -86,8 +86,9 @@ class HostFiles : public ::testing::Test {
     write(bytes);
     cargaMensajes();
     Lines rows;
-    for (const MessageEntry& row : std::vector<MessageEntry>(MessageTable, MessageTable + numMensajes))
-      rows.push_back(std::to_string(row.group) + "," + std::to_string(row.id) + ":" + row.text);
+    for (int i = 0; i < numMensajes; ++i)
+      rows.push_back(std::to_string(MessageTable[i].group) + "," + std::to_string(MessageTable[i].id) + ":" +
+                     MessageTable[i].text);
     if (rows.size() > 100) return Lines{std::to_string(rows.size()) + " rows, the last " + rows.back()};
     return rows;
   }
