@@ -13,11 +13,11 @@ NS = {"i": "http://standards.buildingsmart.org/IDS", "xs": "http://www.w3.org/20
 
 
 def statements(path):
-    for spec in ElementTree.parse(path).getroot().iterfind("i:specifications/i:specification", NS):
-        entity = spec.find("i:applicability/i:entity", NS)
+    for entry in ElementTree.parse(path).getroot().iterfind("i:specifications/i:specification", NS):
+        entity = entry.find("i:applicability/i:entity", NS)
         yield "for " + (entity.findtext("i:name/i:simpleValue", "", NS) if entity is not None else
-                        "set " + spec.findtext("i:applicability/i:property/i:propertySet/i:simpleValue", "", NS))
-        for facet in spec.iterfind("i:requirements/i:property", NS):
+                        "set " + entry.findtext("i:applicability/i:property/i:propertySet/i:simpleValue", "", NS))
+        for facet in entry.iterfind("i:requirements/i:property", NS):
             member = (facet.findtext("i:propertySet/i:simpleValue", "", NS) + "." +
                       facet.findtext("i:baseName/i:simpleValue", "", NS))
             enumeration = facet.iterfind("i:value/xs:restriction/xs:enumeration", NS)
