@@ -426,8 +426,11 @@ bool save(const char* path, const ChunkProducer& produce, bool withBackup) {
   SaveTarget target;
   if (!openSaveTarget(path, target)) return false;
   const bool existed = target.file.valid() && !target.createdThroughLink;
-  const std::string backup = withBackup && existed ? std::string(path) + ".bak" : std::string();
-  if (!backup.empty()) forgetOwnLinks(target, backup);
+  // A killed save's second names are discounted for every save, with a backup or without: they are
+  // no hard links of the user's, and the document is still replaced rather than refused.
+  const std::string backupName = std::string(path) + ".bak";
+  if (existed) forgetOwnLinks(target, backupName);
+  const std::string backup = withBackup && existed ? backupName : std::string();
   const auto fill = [&](int fd) {
     return produce([fd](std::string_view chunk) { return writeWithWindowsLineEnds(fd, chunk); });
   };

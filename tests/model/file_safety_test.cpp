@@ -224,6 +224,17 @@ TEST(FileIo, ASaveRespectsWhatTheFileSystemProtects) {
   }
 }
 
+// A write without a backup (the tool's outputs) also replaces a document a killed save left with
+// second names, rather than refusing it as a document with hard links of the user's.
+TEST(FileIo, AWriteWithoutBackupDiscountsTheSecondNamesAKilledSaveLeft) {
+  SaveScene s;
+  ASSERT_EQ(::link(s.path.c_str(), (s.dir.path() / ".doc.xml.bak.orvane-save").c_str()), 0);
+  ASSERT_EQ(::link(s.path.c_str(), s.backup.c_str()), 0);
+  ASSERT_TRUE(orvane::writeTextFile(s.path.c_str(), "new"));
+  EXPECT_EQ(readBytes(s.path) + readBytes(s.backup), "newold");
+  EXPECT_EQ(s.dir.names(), (std::set<std::string>{"doc.xml", "doc.xml.bak"}));
+}
+
 // Every call the documents make to the file system failing in turn, with a full disk, an I/O error
 // or a refused permission. A save still gives 1; the document on disk is then the old one or the new
 // one, whole and with its mode; the backup is the older one or a whole copy of the old one; no
