@@ -45,15 +45,21 @@ inline std::vector<MergedSet> mergedSets(const std::vector<xml::SetOutline>& out
 }
 
 // Where each record goes, once every set it names is in both lists: a record's set position,
-// taken once, then holds for the whole merge.
+// taken once, then holds for the whole merge. Hosts send a set's records together, so a record
+// naming its predecessor's set, byte for byte, takes its positions without a lookup.
 template <class Record>
 std::vector<std::pair<std::size_t, std::size_t>> setPositions(MergedSets& named, MergedSets& document,
                                                               const Record* records, std::size_t count) {
   std::vector<std::pair<std::size_t, std::size_t>> positions;
   positions.reserve(count);
+  std::string_view previous;
   for (std::size_t i = 0; i < count; ++i) {
     const std::string_view setName = fieldText(records[i].setName);
-    positions.emplace_back(named.findOrAppend(setName), document.findOrAppend(setName));
+    if (i == 0 || setName != previous)
+      positions.emplace_back(named.findOrAppend(setName), document.findOrAppend(setName));
+    else
+      positions.push_back(positions.back());
+    previous = setName;
   }
   return positions;
 }
