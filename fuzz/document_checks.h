@@ -1,10 +1,9 @@
 // What the fuzz targets share: a scratch folder, checks that abort the run when an invariant breaks
-// (libFuzzer and the corpus replay both catch that), and the invariants every loaded document keeps,
-// whatever file it came from.
+// (libFuzzer and the corpus replay both catch that), the invariants every loaded document keeps,
+// whatever file it came from, and how the merge targets split their input.
 #ifndef ORVANE_FUZZ_DOCUMENT_CHECKS_H
 #define ORVANE_FUZZ_DOCUMENT_CHECKS_H
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -33,22 +32,20 @@ bool terminated(const char (&... fields)[N]) {
   return ((std::memchr(fields, '\0', N) != nullptr) && ...);
 }
 
-// In memory where the system allows it: every save flushes its files to disk.
+// In memory where the system allows it: every save flushes its files to disk. The readers report
+// damaged records; only crashes and broken invariants matter here, so messages go nowhere.
 inline std::string scratchPath(const char* name) {
   static const test::TempDir folder(test::TempDir::Place::kMemory);
+  static const MessageSink previous = setMessageSink([](std::string_view) {});
   return folder.file(name);
 }
 
-inline std::string writeScratchFile(const char* name, std::string_view bytes) {
+inline std::string writeScratchFile(const char* name, const uint8_t* data, size_t size) {
   const std::string path = scratchPath(name);
+  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   test::writeBytes(path, bytes);
   check(test::readBytes(path) == bytes, "the input could not be written to the scratch folder");
   return path;
-}
-
-// The readers report damaged records; only crashes and broken invariants matter here.
-inline void silenceMessages() {
-  static const MessageSink previous = setMessageSink([](std::string_view) {});
 }
 
 // The input as a read-only stream for the host's text-file parsers (fmemopen wants a buffer even
@@ -96,8 +93,7 @@ inline void checkDocument(const CIfcProyectQSet& doc, bool loaded) {
 // Any input as a document file: lee gives 0 or 1 and leaves a document that keeps the invariants.
 template <class Document>
 void readAnyFile(const uint8_t* data, size_t size, const char* name) {
-  silenceMessages();
-  const std::string path = writeScratchFile(name, {reinterpret_cast<const char*>(data), size});
+  const std::string path = writeScratchFile(name, data, size);
   Document doc;
   const int result = doc.lee(path.c_str());
   check(result == 0 || result == 1, "lee gives 0 or 1");
@@ -127,6 +123,23 @@ void checkHoldsRecords(const std::string& path, const std::vector<Record>& recor
                       [&](const auto& m) { return equalsNoCase(m.name, memberNameOf(record)); }),
           "every member a record names is in its set");
   }
+}
+
+// A merge target's input: one byte of flags, then as many host records as the flags ask for, as raw
+// images (texts without terminators, any kind, any number; zeros where the input ends), then the
+// bytes of the document file the records are merged into. Bit 0 of the flags asks the property
+// merge to save the document too; bits 1 to 3 give 0 to 7 records.
+template <class Record>
+std::vector<Record> splitMergeInput(const uint8_t*& data, size_t& size, bool& saveDocument) {
+  std::vector<Record> records(size > 0 ? (*data >> 1) & 7 : 0);  // zeroed
+  saveDocument = size > 0 && (*data & 1) != 0;
+  if (size > 0) ++data, --size;
+  for (Record& record : records) {
+    const size_t taken = std::min(size, sizeof record);
+    if (taken > 0) std::memcpy(&record, data, taken);
+    data += taken, size -= taken;
+  }
+  return records;
 }
 
 }  // namespace orvane::fuzz

@@ -79,8 +79,7 @@ void roundTrip(const std::string& input) {
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  silenceMessages();
-  const std::string input = writeScratchFile("input.xml", {reinterpret_cast<const char*>(data), size});
+  const std::string input = writeScratchFile("input.xml", data, size);
   roundTrip<CIfcProyectPSet>(input);
   roundTrip<CIfcProyectQSet>(input);
   return 0;
