@@ -40,9 +40,8 @@ inline std::string scratchPath(const char* name) {
   return folder.file(name);
 }
 
-inline std::string writeScratchFile(const char* name, const uint8_t* data, size_t size) {
+inline std::string writeScratchFile(const char* name, std::string_view bytes) {
   const std::string path = scratchPath(name);
-  const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   test::writeBytes(path, bytes);
   check(test::readBytes(path) == bytes, "the input could not be written to the scratch folder");
   return path;
@@ -93,7 +92,7 @@ inline void checkDocument(const CIfcProyectQSet& doc, bool loaded) {
 // Any input as a document file: lee gives 0 or 1 and leaves a document that keeps the invariants.
 template <class Document>
 void readAnyFile(const uint8_t* data, size_t size, const char* name) {
-  const std::string path = writeScratchFile(name, data, size);
+  const std::string path = writeScratchFile(name, {reinterpret_cast<const char*>(data), size});
   Document doc;
   const int result = doc.lee(path.c_str());
   check(result == 0 || result == 1, "lee gives 0 or 1");
@@ -127,19 +126,28 @@ void checkHoldsRecords(const std::string& path, const std::vector<Record>& recor
 
 // A merge target's input: one byte of flags, then as many host records as the flags ask for, as raw
 // images (texts without terminators, any kind, any number; zeros where the input ends), then the
-// bytes of the document file the records are merged into. Bit 0 of the flags asks the property
-// merge to save the document too; bits 1 to 3 give 0 to 7 records.
+// bytes of the document file the records are merged into.
 template <class Record>
-std::vector<Record> splitMergeInput(const uint8_t*& data, size_t& size, bool& saveDocument) {
-  std::vector<Record> records(size > 0 ? (*data >> 1) & 7 : 0);  // zeroed
-  saveDocument = size > 0 && (*data & 1) != 0;
-  if (size > 0) ++data, --size;
-  for (Record& record : records) {
+struct MergeInput {
+  bool saveDocument = false;    // bit 0 of the flags
+  std::vector<Record> records;  // bits 1 to 3: 0 to 7 records
+  std::string_view document;
+};
+
+template <class Record>
+MergeInput<Record> splitMergeInput(const uint8_t* data, size_t size) {
+  MergeInput<Record> input;
+  if (size == 0) return input;
+  input.saveDocument = (*data & 1) != 0;
+  input.records.resize((*data >> 1) & 7);  // zeroed
+  ++data, --size;
+  for (Record& record : input.records) {
     const size_t taken = std::min(size, sizeof record);
     if (taken > 0) std::memcpy(&record, data, taken);
     data += taken, size -= taken;
   }
-  return records;
+  input.document = {reinterpret_cast<const char*>(data), size};
+  return input;
 }
 
 }  // namespace orvane::fuzz

@@ -6,7 +6,7 @@ using namespace orvane;
 using namespace orvane::fuzz;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  setRutaMensajes(writeScratchFile("messages.txt", data, size).c_str());
+  setRutaMensajes(writeScratchFile("messages.txt", {reinterpret_cast<const char*>(data), size}).c_str());
   cargaMensajes();
   check(MessageTable != nullptr, "a message file that opens gives a table");
   check(numMensajes >= 0 && numMensajes <= kMaxMessages, "the table keeps at most 512 rows");

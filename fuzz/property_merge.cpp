@@ -7,9 +7,8 @@ using namespace orvane;
 using namespace orvane::fuzz;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  bool save = false;
-  const auto records = splitMergeInput<FlatPropertyRecord>(data, size, save);
-  const std::string path = writeScratchFile("document.xml", data, size);
+  const auto [save, records, document] = splitMergeInput<FlatPropertyRecord>(data, size);
+  const std::string path = writeScratchFile("document.xml", document);
   const std::string partial = scratchPath("partial.xml");
   std::remove(partial.c_str());
   std::remove((partial + ".bak").c_str());

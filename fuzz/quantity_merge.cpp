@@ -7,9 +7,9 @@ using namespace orvane;
 using namespace orvane::fuzz;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  bool unused = false;  // the quantity merge always saves the document
-  const auto records = splitMergeInput<FlatQuantityRecord>(data, size, unused);
-  const std::string path = writeScratchFile("document.xml", data, size);
+  // The quantity merge always saves the document: the flag is not used.
+  const auto [flag, records, document] = splitMergeInput<FlatQuantityRecord>(data, size);
+  const std::string path = writeScratchFile("document.xml", document);
   const std::string output = scratchPath("output.xml");
   const int count = static_cast<int>(records.size());
   check(setCuantificadoresFichero(path.c_str(), output.c_str(), records.data(), count) == 1,
