@@ -19,8 +19,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
           "a text comes from the table");
     textoMensaje(MessageTable[i].group, MessageTable[i].id);  // the ANSI decoding of whatever the file held
   }
-  getMensaje(INT32_MIN, INT32_MIN);
-  getMensaje(INT32_MAX, INT32_MAX);
   liberaMensajes();
   descargaMensajes();  // a table without rows stays loaded after liberaMensajes
   return 0;

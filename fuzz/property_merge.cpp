@@ -11,7 +11,6 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   const std::string path = writeScratchFile("document.xml", document);
   const std::string partial = scratchPath("partial.xml");
   std::remove(partial.c_str());
-  std::remove((partial + ".bak").c_str());
   const int count = static_cast<int>(records.size());
   check(setPropiedadesFichero(path.c_str(), partial.c_str(), records.data(), count, save) == 1,
         "setPropiedadesFichero gives 1");
