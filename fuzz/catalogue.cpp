@@ -1,20 +1,18 @@
 // The host variable catalogue reader, and references to every variable it read resolved back.
-#include "editors/assign/catalogue.h"
 #include "editors/assign/host_variable.h"
 #include "fuzz/document_checks.h"
 
 using namespace orvane;
-using orvane::fuzz::check;
-using orvane::fuzz::terminated;
+using namespace orvane::fuzz;
 
 namespace {
 
+// The index of the last item named as `item` (ignoring case); nothing equal: the first.
 template <class List, class Item>
 int lastEqual(const List& list, const Item& item) {
-  int found = 0;  // nothing equal: the first is taken
-  for (std::size_t i = 0; i < list.size(); ++i)
-    if (equalsNoCase(list[i].name, item.name)) found = static_cast<int>(i);
-  return found;
+  const auto last =
+      std::find_if(list.rbegin(), list.rend(), [&](const auto& i) { return equalsNoCase(i.name, item.name); });
+  return last == list.rend() ? 0 : static_cast<int>(list.rend() - last) - 1;
 }
 
 // A reference made from a group and a variable resolves to the last group of that name and in it to
@@ -34,7 +32,7 @@ void checkReference(const CConjuntoVariableZep& catalogue, const CZepGrupo& grou
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  std::FILE* stream = fuzz::openBytes(data, size);
+  std::FILE* stream = openBytes(data, size);
   if (stream == nullptr) return 0;
   CConjuntoVariableZep catalogue;
   const int result = catalogue.leeFichero(stream);

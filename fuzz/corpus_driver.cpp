@@ -1,7 +1,6 @@
 // Feeds a fuzz target's entry every file of the folders (or the files) named on the command line, so
 // that its corpus runs as an ordinary test. A broken invariant or a crash aborts the run, which fails
 // the test; so does a run without inputs (an empty corpus, a wrong path).
-#include <algorithm>
 #include <filesystem>
 
 #include "fuzz/document_checks.h"

@@ -3,12 +3,11 @@
 #include "fuzz/document_checks.h"
 
 using namespace orvane;
-using orvane::fuzz::check;
-using orvane::fuzz::terminated;
+using namespace orvane::fuzz;
 
 // Lines hold at most 255 characters, so no field is ever cut and names compare as they were read.
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  std::FILE* stream = fuzz::openBytes(data, size);
+  std::FILE* stream = openBytes(data, size);
   if (stream == nullptr) return 0;
   std::vector<CIfcPropertySet> sets;
   importPropertySetsCsv(stream, sets, "Real");

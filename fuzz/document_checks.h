@@ -1,10 +1,9 @@
 // What the fuzz targets share: a scratch folder, checks that abort the run when an invariant breaks
-// (libFuzzer and the corpus replay both catch that), and the invariants every loaded document keeps,
-// whatever file it came from.
+// (libFuzzer and the corpus replay both catch that), the invariants every loaded document keeps,
+// whatever file it came from, and how the merge targets split their input.
 #ifndef ORVANE_FUZZ_DOCUMENT_CHECKS_H
 #define ORVANE_FUZZ_DOCUMENT_CHECKS_H
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -33,9 +32,11 @@ bool terminated(const char (&... fields)[N]) {
   return ((std::memchr(fields, '\0', N) != nullptr) && ...);
 }
 
-// In memory where the system allows it: every save flushes its files to disk.
+// In memory where the system allows it: every save flushes its files to disk. The readers report
+// damaged records; only crashes and broken invariants matter here, so messages go nowhere.
 inline std::string scratchPath(const char* name) {
   static const test::TempDir folder(test::TempDir::Place::kMemory);
+  static const MessageSink previous = setMessageSink([](std::string_view) {});
   return folder.file(name);
 }
 
@@ -44,11 +45,6 @@ inline std::string writeScratchFile(const char* name, std::string_view bytes) {
   test::writeBytes(path, bytes);
   check(test::readBytes(path) == bytes, "the input could not be written to the scratch folder");
   return path;
-}
-
-// The readers report damaged records; only crashes and broken invariants matter here.
-inline void silenceMessages() {
-  static const MessageSink previous = setMessageSink([](std::string_view) {});
 }
 
 // The input as a read-only stream for the host's text-file parsers (fmemopen wants a buffer even
@@ -96,7 +92,6 @@ inline void checkDocument(const CIfcProyectQSet& doc, bool loaded) {
 // Any input as a document file: lee gives 0 or 1 and leaves a document that keeps the invariants.
 template <class Document>
 void readAnyFile(const uint8_t* data, size_t size, const char* name) {
-  silenceMessages();
   const std::string path = writeScratchFile(name, {reinterpret_cast<const char*>(data), size});
   Document doc;
   const int result = doc.lee(path.c_str());
@@ -127,6 +122,32 @@ void checkHoldsRecords(const std::string& path, const std::vector<Record>& recor
                       [&](const auto& m) { return equalsNoCase(m.name, memberNameOf(record)); }),
           "every member a record names is in its set");
   }
+}
+
+// A merge target's input: one byte of flags, then as many host records as the flags ask for, as raw
+// images (texts without terminators, any kind, any number; zeros where the input ends), then the
+// bytes of the document file the records are merged into.
+template <class Record>
+struct MergeInput {
+  bool saveDocument = false;    // bit 0 of the flags
+  std::vector<Record> records;  // bits 1 to 3: 0 to 7 records
+  std::string_view document;
+};
+
+template <class Record>
+MergeInput<Record> splitMergeInput(const uint8_t* data, size_t size) {
+  MergeInput<Record> input;
+  if (size == 0) return input;
+  input.saveDocument = (*data & 1) != 0;
+  input.records.resize((*data >> 1) & 7);  // zeroed
+  ++data, --size;
+  for (Record& record : input.records) {
+    const size_t taken = std::min(size, sizeof record);
+    if (taken > 0) std::memcpy(&record, data, taken);
+    data += taken, size -= taken;
+  }
+  input.document = {reinterpret_cast<const char*>(data), size};
+  return input;
 }
 
 }  // namespace orvane::fuzz

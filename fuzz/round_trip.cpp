@@ -54,32 +54,25 @@ std::size_t memberCount(const Document& doc) {
   return count;
 }
 
-template <class Document>
-Document saveAndLoad(Document& doc, const char* name) {
-  const std::string path = scratchPath(name);
-  check(doc.graba(path.c_str()) == 1, "graba gives 1");
-  Document again;
-  check(again.lee(path.c_str()) == 1, "a saved document loads");
-  checkDocument(again, true);
-  return again;
-}
-
 // An empty literal or type name is written as an element without text, which does not read back,
 // so enumerated types and the type and object lists may shrink on the first save.
 template <class Document>
 void roundTrip(const std::string& input) {
-  Document first;
-  if (first.lee(input.c_str()) != 1) return;
-  Document second = saveAndLoad(first, "first.xml");
-  check(memberCount(second) == memberCount(first), "a save keeps every set, property, relation and quantity");
-  Document third = saveAndLoad(second, "second.xml");
-  check(contents(third) == contents(second), "saving a document loaded from a saved file changes nothing");
+  Document docs[3];
+  if (docs[0].lee(input.c_str()) != 1) return;
+  const std::string saved = scratchPath("saved.xml");
+  for (int i = 1; i < 3; ++i) {
+    check(docs[i - 1].graba(saved.c_str()) == 1, "graba gives 1");
+    check(docs[i].lee(saved.c_str()) == 1, "a saved document loads");
+    checkDocument(docs[i], true);
+  }
+  check(memberCount(docs[1]) == memberCount(docs[0]), "a save keeps every set, property, relation and quantity");
+  check(contents(docs[2]) == contents(docs[1]), "saving a document loaded from a saved file changes nothing");
 }
 
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  silenceMessages();
   const std::string input = writeScratchFile("input.xml", {reinterpret_cast<const char*>(data), size});
   roundTrip<CIfcProyectPSet>(input);
   roundTrip<CIfcProyectQSet>(input);

@@ -49,10 +49,9 @@ Document load(const TempDir& dir, std::string_view xml, int* result = nullptr) {
 // Saves `document` and reads it back into a fresh one.
 template <class Document>
 Document roundTrip(const TempDir& dir, Document& document) {
-  const std::string path = dir.file("round.xml");
-  document.graba(path.c_str());
+  document.graba(dir.file("round.xml").c_str());
   Document again;
-  again.lee(path.c_str());
+  again.lee(dir.file("round.xml").c_str());
   return again;
 }
 

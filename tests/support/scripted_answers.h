@@ -8,9 +8,6 @@
 #include <gtest/gtest.h>
 
 #include <deque>
-#include <optional>
-#include <string>
-#include <vector>
 
 #include "editors/common/dialog.h"
 
@@ -37,10 +34,8 @@ struct ScriptedAnswers {
   // The queue's first answer; No, or no file, when nobody queued one.
   template <class T>
   static T next(std::deque<T>& queue, const char* asked) {
-    if (queue.empty()) {
-      ADD_FAILURE() << "a " << asked << " nobody expected was shown";
-      return T{};
-    }
+    EXPECT_FALSE(queue.empty()) << "a " << asked << " nobody expected was shown";
+    if (queue.empty()) return T{};
     T answer = std::move(queue.front());
     queue.pop_front();
     return answer;

@@ -16,37 +16,29 @@ class ScriptedServices : public DialogServices, public ScriptedAnswers {
   // does not end the dialog leaves it as if closed (Cancel).
   template <class D>
   void expectDialog(std::function<void(D&)> script) {
-    scripts_.push_back({typeid(D), [script](Dialog& dialog) { script(static_cast<D&>(dialog)); }});
+    scripts_.emplace_back(typeid(D), [script](Dialog& dialog) { script(static_cast<D&>(dialog)); });
   }
   bool allScriptsPlayed() const { return scripts_.empty(); }
-
-  std::vector<std::string> dialogsRun;    // the type names of the nested dialogs, in order
 
   void showMessage(std::u16string_view text) override { messages.emplace_back(text); }
   bool askYesNo(std::u16string_view text) override { return nextAnswer(text); }
   std::optional<std::u16string> pickFileToOpen(const FilePickerOptions& options) override { return nextFile(options); }
   std::optional<std::u16string> pickFileToSave(const FilePickerOptions& options) override { return nextFile(options); }
   int runModal(Dialog& dialog) override {
-    dialogsRun.push_back(typeid(dialog).name());
     dialog.start();
-    if (scripts_.empty() || scripts_.front().type != typeid(dialog)) {
-      ADD_FAILURE() << "no script for the dialog " << typeid(dialog).name();
-      dialog.cancel();
-      return dialog.result();
+    const bool scripted = !scripts_.empty() && scripts_.front().first == typeid(dialog);
+    EXPECT_TRUE(scripted) << "no script for the dialog " << typeid(dialog).name();
+    if (scripted) {
+      const auto script = std::move(scripts_.front());
+      scripts_.pop_front();
+      script.second(dialog);
     }
-    Script script = std::move(scripts_.front());
-    scripts_.pop_front();
-    script.play(dialog);
     if (!dialog.ended()) dialog.cancel();
     return dialog.result();
   }
 
  private:
-  struct Script {
-    std::type_index type;
-    std::function<void(Dialog&)> play;
-  };
-  std::deque<Script> scripts_;
+  std::deque<std::pair<std::type_index, std::function<void(Dialog&)>>> scripts_;
 };
 
 }  // namespace orvane::test

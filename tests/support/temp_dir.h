@@ -21,7 +21,7 @@ class TempDir {
 
   const std::filesystem::path& path() const { return path_; }
   // The full path of `name` inside the folder, as the narrow text the library takes.
-  std::string file(std::string_view name) const;
+  std::string file(std::string_view name) const { return (path_ / name).string(); }
   // Writes `bytes` to `name` in the folder and gives the file's path.
   std::string write(std::string_view name, std::string_view bytes) const;
   // The names of the entries in the folder.
