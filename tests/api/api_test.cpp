@@ -13,6 +13,7 @@
 #include <string>
 #include <vector>
 
+#include "api/quantity_xml.h"
 #include "orvane/orvane.h"
 #include "support/documents.h"
 #include "support/temp_dir.h"
@@ -71,16 +72,6 @@ FlatQuantityRecord qty(int32_t kind, std::string_view set, std::string_view name
   put(record.quantityName, name);
   record.value = value;
   return record;
-}
-
-std::string quantity(const std::string& name, const std::string& kind, const std::string& value,
-                     const std::string& exported = "Yes") {
-  return "<QuantityName Name=\"" + name + "\" TypeQuorsel=\"" + kind + "\" Export=\"" + exported +
-         "\"><Description>d</Description><Value>" + value + "</Value></QuantityName>";
-}
-
-std::string quantitySet(const std::string& name, const std::string& quantities) {
-  return "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"\">" + quantities + "</QuantitySet>";
 }
 
 // The names of a file's types, sets, members and relations in the order the file holds them.
