@@ -185,7 +185,6 @@ std::vector<Row> runs() {
       {"", "assign psets p.xml obj.xml --catalog " ORVANE_SAMPLES_DIR "/variables.txt", 2, "nothing was edited"},
       {"", "assign qsets q.xml objq.xml --kind Eje --values 12.5,3", 2, "nothing was edited"},
       {"<PropertySetsBIM>", "assign psets in obj.xml", 2, "not a readable property-set document"},
-      {"", "edit psets p.xml --catalog none.txt", 2, "none.txt"},
       // import-psd: what it cannot use.
       {"", "import-psd nowhere -o out.xml", 2, "nowhere: no such file or folder"},
       {"", "import-psd p.xml -o p.xml", 2, "the output must be another file than p.xml"},
