@@ -8,10 +8,7 @@
 #include <string>
 
 int main(int argc, char** argv) {
-  if (argc != 2) {
-    std::fprintf(stderr, "usage: consumer FOLDER\n");
-    return 2;
-  }
+  if (argc != 2) return 2;  // usage: consumer FOLDER
   const std::string path = std::string(argv[1]) + "/walls.xml";
   void* doc = nuevoIfcProyectPSet();
   nuevoPSet(doc, "Pset_WallCommon");

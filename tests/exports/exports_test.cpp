@@ -1,4 +1,4 @@
-// exportaIds and exportaPlantillasIfc, and the tool's two commands, checked with readers nobody here wrote:
+// exportaIds and exportaPlantillasIfc, checked with readers nobody here wrote:
 // every IDS file is validated against buildingSMART's ids.xsd and read back by validate_ids.py (Python),
 // every IFC file by web-ifc (Node.js); both must state the same members, and exporting twice must give
 // the same bytes.
@@ -197,33 +197,6 @@ TEST(Exports, RefusedCallsWriteNothing) {
     fs::remove(out);
     EXPECT_EQ(readBytes(psets), before);
   }
-}
-
-// The tool's two commands, run as a user runs them.
-TEST(ExportCommands, WriteOrRefuseWithAReport) {
-  TempDir dir;
-  const std::string psets = quote(ORVANE_SAMPLES_DIR "/proyecto-psets.xml"), qsets = quote(ORVANE_SAMPLES_DIR "/proyecto-qsets.xml");
-  const std::string empty = quote(dir.write("empty.xml", "<PropertySetsBIM/>"));
-  const struct { std::string arguments; int exitCode; const char* says; } cases[] = {
-      {"export-ids " + psets + " " + qsets + " -o " + quote(dir.file("a.ids")) + " --title 'Mi proyecto'", 0,
-       "a.ids: 6 specifications, 18 property requirements."},
-      {"export-ids " + psets + " " + qsets + " -o " + quote(dir.file("b.ids")), 0,
-       "note: Qto_Eje: \"Eje\" is no IFC entity name, not used as its element type\n"},
-      {"export-ifc " + psets + " -o " + quote(dir.file("a.ifc")), 0, "a.ifc: 3 set templates, 11 property templates."},
-      {"export-ifc " + psets + " -o " + psets, 2, "orvane: "},
-      {"export-ids " + qsets + " -o " + quote(dir.file("c.ids")), 2, "orvane: "},
-      {"export-ids " + empty + " -o " + quote(dir.file("d.ids")), 2, "not written"},
-      {"export-ifc " + psets, 2, "--out is required"},
-  };
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.arguments);
-    int status = 0;
-    const std::string output = run(quote(ORVANE_CLI) + " " + c.arguments, status);
-    EXPECT_EQ(WEXITSTATUS(status), c.exitCode) << output;
-    EXPECT_NE(output.find(c.says), std::string::npos) << output;
-  }
-  EXPECT_NE(readBytes(dir.file("a.ids")).find("<title>Mi proyecto</title>"), std::string::npos);
-  EXPECT_FALSE(fs::exists(dir.file("c.ids")) || fs::exists(dir.file("d.ids")));
 }
 
 }  // namespace
