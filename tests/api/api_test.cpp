@@ -12,7 +12,6 @@
 #include <string>
 #include <vector>
 
-#include "api/quantity_xml.h"
 #include "orvane/orvane.h"
 #include "support/documents.h"
 #include "support/temp_dir.h"

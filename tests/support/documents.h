@@ -37,6 +37,17 @@ inline std::string propertySet(std::string_view name, std::string_view propertie
          "</PropertySet>";
 }
 
+inline std::string quantity(const std::string& name, const std::string& kind, const std::string& value,
+                            const std::string& exported = "Yes") {
+  return "<QuantityName Name=\"" + name + "\" TypeQuorsel=\"" + kind + "\" Export=\"" + exported +
+         "\"><Description>d</Description><Value>" + value + "</Value></QuantityName>";
+}
+
+inline std::string quantitySet(const std::string& name, const std::string& quantities, const std::string& linked = "") {
+  return "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"" + linked + "\">" + quantities +
+         "</QuantitySet>";
+}
+
 // Writes `xml` to a file in `dir` and reads it into a fresh document; `result` gets lee's result.
 template <class Document>
 Document load(const TempDir& dir, std::string_view xml, int* result = nullptr) {

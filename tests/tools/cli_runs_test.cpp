@@ -13,7 +13,6 @@
 #include <regex>
 #include <sstream>
 
-#include "api/quantity_xml.h"
 #include "support/documents.h"
 
 using namespace orvane::test;
