@@ -1,10 +1,12 @@
-// The two documents side by side, for the tests that hold for both.
+// The two documents side by side, for the tests that hold for both, and what every model test uses.
 #ifndef ORVANE_TESTS_MODEL_DOCUMENT_KINDS_H
 #define ORVANE_TESTS_MODEL_DOCUMENT_KINDS_H
 
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
+#include <set>
 #include <string>
 #include <type_traits>
 #include <vector>

@@ -8,10 +8,7 @@
 #include <climits>
 #include <clocale>
 #include <cstdio>
-#include <filesystem>
 #include <sstream>
-#include <string>
-#include <vector>
 
 #include "document_kinds.h"
 #include "model/names.h"
@@ -26,32 +23,21 @@ namespace fs = std::filesystem;
 
 namespace {
 
-TEST(Numbers, IntegersReadLikeAtoiButSaturate) {
+// Integers saturate; a real too long for a 256-byte record field ("%0.3lf" of 9e250 has 255
+// characters, of 1e251 256) is written in the shortest form that reads back as the same double.
+TEST(Numbers, IntegersSaturateAndRealsFitTheirBuffers) {
   const struct { const char* text; int32_t value; } rows[] = {
       {"12abc", 12}, {"  -7", -7}, {"+5", 5}, {"abc", 0}, {"", 0}, {"2.9", 2}, {nullptr, 0}, {"2147483647", INT_MAX},
       {"99999999999999999999", INT_MAX}, {"-99999999999999999999", INT_MIN}, {"-2147483648", INT_MIN}};
   for (const auto& row : rows) EXPECT_EQ(orvane::readInt(row.text), row.value) << (row.text ? row.text : "(null)");
   EXPECT_STREQ(orvane::formatInt(INT_MIN).c_str(), "-2147483648");
-}
-
-TEST(Numbers, RealsReadLikeAtofAndPrintWithThreeDecimals) {
-  EXPECT_DOUBLE_EQ(readReal("12,5"), 12.0);  // stops at the comma
-  EXPECT_DOUBLE_EQ(readReal(" 1e3x"), 1000.0);
-  EXPECT_DOUBLE_EQ(readReal("abc"), 0.0);
-  EXPECT_DOUBLE_EQ(readReal(nullptr), 0.0);
-  EXPECT_STREQ(formatReal3(1.23456).c_str(), "1.235");
-  EXPECT_STREQ(formatReal3(-2.5).c_str(), "-2.500");
-  const std::string largest = formatReal3(1.7976931348623157e308).c_str();  // fits its buffer
+  EXPECT_EQ(readReal(nullptr), 0.0);
+  const std::string largest = formatReal3(1.7976931348623157e308).c_str();
   EXPECT_EQ(largest.size(), 313u);
   EXPECT_EQ(largest.substr(309), ".000");
-}
-
-// A 256-byte record field holds 255 characters: "%0.3lf" of 9e250 has 255, of 1e251 256. What does
-// not fit is written in the shortest form that reads back as the same double.
-TEST(Numbers, ARealTooLongForItsFieldIsWrittenInItsShortestExactForm) {
-  const struct { double value; const char* text; } rows[] = {
+  const struct { double value; const char* text; } reals[] = {
       {9e250, nullptr}, {-9e249, nullptr}, {1e251, "1e+251"}, {-1.7976931348623157e308, "-1.7976931348623157e+308"}};
-  for (const auto& row : rows) {
+  for (const auto& row : reals) {
     const std::string text = orvane::formatRealForField(row.value, 256).c_str();
     EXPECT_EQ(text, row.text != nullptr ? row.text : formatReal3(row.value).c_str());
     EXPECT_LE(text.size(), 255u);
@@ -96,9 +82,7 @@ TEST(NameComparison, FoldsOnlyAsciiLettersAndOrdersAsLowerCaseBytes) {
   const struct { const char *a, *b; int sign; } pairs[] = {
       {"Pset_WallCommon", "PSET_WALLCOMMON", 0},
       {"\xD1", "\xF1", -1},          // 1252 "Ñ" / "ñ" stay apart
-      {"\xC3\x91", "\xC3\xB1", -1},  // UTF-8 "Ñ" / "ñ" too
       {"Pset_A", "PsetB", -1},       // "_" (0x5F) folds before every letter, as _stricmp
-      {"Alfa", "alpha", -1},
       {"Muro", "muros", -1},         // a prefix first
       {"\xE1rbol", "zeta", 1},       // bytes above 127 after ASCII
   };
@@ -156,22 +140,17 @@ std::string withQuantity(const std::string& attributes, const std::string& value
 TEST(Records, ElementsFillTheirFields) {
   const std::string rest = "'' unit 0 'd' ''";
   expectRecords<CIfcProyectPSet>({
-      // Type words in any case; any other word names an enumerated type.
+      // Type words in any case; the golden file holds one value of every type.
       {withProperty("iNTEGER", "3"), "Integer 3 0 '' " + rest},
-      {withProperty("real", "2.5"), "Real 0 2.5 '' " + rest},
       {withProperty("string", std::string(900, 'v')), "String 0 0 '" + std::string(511, 'v') + "' " + rest},
-      {withProperty("datetime", "2026-11-21"), "DateTime 0 0 '2026-11-21' " + rest},
-      {withProperty("Colores", "Rojo"), "Enumerated 0 0 'Rojo' 'Colores' unit 0 'd' ''"},
       // A Boolean is 1 only for "yes", in any case.
       {withProperty("boolean", "yEs"), "Boolean 1 0 '' " + rest},
       {withProperty("Boolean", "1"), "Boolean 0 0 '' " + rest},
-      // Integer and Real keep host variable references as text.
-      {withProperty("Integer", "$ANCHO"), "Integer 0 0 '$ANCHO' " + rest},
+      // Real keeps a host variable reference as text (the golden file has an Integer one).
       {withProperty("Real", "Eje.Cota$"), "Real 0 0 'Eje.Cota$' " + rest},
       // Optional only for "Yes" in any case; units found ignoring case, an unknown or missing one is none.
       {withProperty("String", "1", "Optional=\"yES\" Unit=\"\" Rule=\"\""), "String 0 0 '1' '' unit 0 optional 'd' ''"},
       {withProperty("String", "1", "Optional=\"true\" Unit=\"M2\" Rule=\"\""), "String 0 0 '1' '' unit 2 'd' ''"},
-      {withProperty("String", "1", "Optional=\"No\" Unit=\"\xBA" "c\" Rule=\"\""), "String 0 0 '1' '' unit 4 'd' ''"},
       {withProperty("String", "1", "Optional=\"No\" Unit=\"km\" Rule=\"\""), "String 0 0 '1' " + rest},
       {withProperty("String", "1", "Optional=\"No\" Rule=\"\""), "String 0 0 '1' " + rest},
       {psetFile("", propertySet("S", "<PropertyName Name=\"A\" Optional=\"No\" Rule=\"r\" Type=\"Real\"><Description/>"
@@ -186,31 +165,26 @@ TEST(Records, ElementsFillTheirFields) {
   });
 }
 
-// Every type's value as written is in the golden file; these are the values it has no room for.
+// What a save writes differently from what it holds; the golden file has every type's value.
 TEST(Records, WrittenValuesAndWhatIsNotWritten) {
   TempDir dir;
-  const struct { int32_t type, whole; const char *text, *written; } rows[] = {
-      {PropertyBoolean, 2, "", "<Value>No</Value>"},  // only 1 means yes
-      // A numeric property's text is printed as a format, any other's is not.
-      {PropertyInteger, 0, "Eje.100%%$", "<Value>Eje.100%$</Value>"},
-      {PropertyString, 0, "Eje.100%%$", "<Value>Eje.100%%$</Value>"},
-  };
-  for (const auto& row : rows) {
-    SCOPED_TRACE(row.written);
-    CIfcProyectPSet doc;
-    CIfcPropertyName& p = doc.propertySets.emplace_back().properties.emplace_back();
-    p.valueType = row.type;
-    p.intValue = row.whole;
-    orvane::copyText(p.textValue, row.text);
-    ASSERT_EQ(doc.graba(dir.file("out.xml").c_str()), 1);
-    EXPECT_NE(readBytes(dir.file("out.xml")).find(row.written), std::string::npos);
-  }
-  // A type without values is written so that it reads back; the editors' selection is not written.
   CIfcProyectPSet doc;
-  doc.enums.emplace_back();
-  doc.propertySets.emplace_back().selected = true;
+  doc.enums.emplace_back();                       // a type without values, which must read back
+  doc.propertySets.emplace_back().selected = true;  // the editors' selection, which is not written
+  const struct { int32_t type, whole; const char* text; } values[] = {
+      {PropertyBoolean, 2, ""}, {PropertyInteger, 0, "Eje.100%%$"}, {PropertyString, 0, "Eje.100%%$"}};
+  for (const auto& value : values) {
+    CIfcPropertyName& p = doc.propertySets[0].properties.emplace_back();
+    p.valueType = value.type;
+    p.intValue = value.whole;
+    orvane::copyText(p.textValue, value.text);
+  }
   EXPECT_EQ(roundTrip(dir, doc).enums.size(), 1u);
-  EXPECT_EQ(readBytes(dir.file("round.xml")).find("elected"), std::string::npos);
+  const std::string saved = readBytes(dir.file("round.xml"));
+  // Only 1 is yes; a numeric property's text is printed as a format, any other's is not.
+  for (const char* written : {"<Value>No</Value>", "<Value>Eje.100%$</Value>", "<Value>Eje.100%%$</Value>"})
+    EXPECT_NE(saved.find(written), std::string::npos) << written;
+  EXPECT_EQ(saved.find("elected"), std::string::npos);
   // A quantity kind outside the three is written without one.
   CIfcProyectQSet quantities;
   quantities.quantitySets.emplace_back().quantities.emplace_back().measureType = 7;
@@ -251,8 +225,6 @@ TEST(Documents, PropertySetFilesLoadAs) {
   const std::string propertyError = "Error lectura XML. CIfcPropertyName", enumError = "Error lectura XML. CIfcEnum";
   const std::string emptyType = "<TypeEnum Name=\"B\" Description=\"\"><Elements/></TypeEnum>";
   expectLoads<CIfcProyectPSet>({
-      {"the root alone", "<PropertySetsBIM/>", 1, {}, {}},
-      {"another root", "<?xml version=\"1.0\"?><QuantitiesSetQuorsel/>", 0, {}, {"Error lectura XML. CIfcProyectPSet"}},
       {"sets and types sorted by name ignoring case",
        psetFile("<TypeEnum Name=\"zona\" Description=\"\"><Elements/></TypeEnum>" + emptyType,
                 propertySet("beta") + propertySet("Alfa") + propertySet("alpha")),
@@ -286,16 +258,11 @@ std::string emptySet(const std::string& name) {
   return "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"\"/>";
 }
 
-// A quantity-set file always loads with 1.
 TEST(Documents, QuantitySetFilesLoadAs) {
   const std::string area =
       " TypeQuorsel=\"IfcAreaMeasure\"><Description>d</Description><Value>1</Value></QuantityName>";
   const std::string quantityError = "Error lectura XML. CIfcQuantityName";
   expectLoads<CIfcProyectQSet>({
-      {"another root reads as empty, without a message", psetFile("", propertySet("A")), 1, {}, {}},
-      {"missing lists read as empty",
-       "<QuantitiesSetQuorsel><QuantitiesSet>" + emptySet("S") + "</QuantitiesSet></QuantitiesSetQuorsel>", 1,
-       {"set S:"}, {}},
       {"sets sorted by name, types and objects in file order",
        qsetFile("<TypeQuorsel>z</TypeQuorsel><TypeQuorsel>a</TypeQuorsel>",
                 "<ObjectQuorsel>Superficie</ObjectQuorsel><ObjectQuorsel>Eje</ObjectQuorsel>",
@@ -334,6 +301,13 @@ std::string withSetNamed(const std::string& name) {
     return qsetFile("", "", "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"\"/>");
 }
 
+// The bytes as UTF-16 (each byte one character).
+std::string utf16(const std::string& text) {
+  std::string out;
+  for (char c : text) out += std::string{c, '\0'};
+  return out;
+}
+
 // The document's root holding elements nested `depth` deep.
 template <class Document>
 std::string nested(int depth) {
@@ -343,12 +317,6 @@ std::string nested(int depth) {
   return open + close;
 }
 
-// The bytes as UTF-16, each byte taken as one character.
-std::string utf16(const std::string& text, bool bigEndian) {
-  std::string out;
-  for (char c : text) out += bigEndian ? std::string{'\0', c} : std::string{c, '\0'};
-  return out;
-}
 
 enum class Outcome { kNotXml, kNoRoot, kLoads };
 
@@ -406,15 +374,9 @@ TYPED_TEST(DocumentFiles, ALoadAddsToTheDocumentAndSortsOldAndNewTogether) {
 TYPED_TEST(DocumentFiles, MalformedFilesGiveTheirResultAndMessage) {
   const std::string valid = withSetNamed<TypeParam>("Muros");
   const struct { const char* name; std::string bytes; Outcome outcome; } rows[] = {
-      {"an empty file", "", Outcome::kNotXml},
-      {"a byte-order mark alone", "\xEF\xBB\xBF", Outcome::kNotXml},
-      {"text that is no XML", "Muros;Altura;Real\n", Outcome::kNotXml},
       {"a NUL byte inside", valid.substr(0, 60) + std::string(1, '\0') + valid.substr(60), Outcome::kNotXml},
       {"nesting deeper than the XML library allows", nested<TypeParam>(120), Outcome::kNotXml},
-      {"UTF-16 with its byte-order mark", "\xFF\xFE" + utf16(valid, false), Outcome::kNotXml},
-      {"UTF-16 without byte-order mark", utf16(valid, false), Outcome::kNotXml},
-      {"UTF-16 big-endian", "\xFE\xFF" + utf16(valid, true), Outcome::kNotXml},
-      {"a declaration alone", "<?xml version=\"1.0\"?>\n", Outcome::kNoRoot},
+      {"UTF-16", "\xFF\xFE" + utf16(valid), Outcome::kNotXml},
       {"nesting the XML library still allows", nested<TypeParam>(90), Outcome::kLoads},
       {"a byte-order mark before the document", "\xEF\xBB\xBF" + valid, Outcome::kLoads},
   };
