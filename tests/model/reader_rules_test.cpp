@@ -95,10 +95,12 @@ TEST(NameComparison, FoldsOnlyAsciiLettersAndOrdersAsLowerCaseBytes) {
   }
 }
 
-// The one record of a document holding one set with one member, as a line of its fields.
-std::string fields(const CIfcProyectPSet& doc) {
-  if (doc.propertySets.size() != 1 || doc.propertySets[0].properties.size() != 1) return "(not one property)";
-  const CIfcPropertyName& p = doc.propertySets[0].properties[0];
+std::string quantitySet(const std::string& name, const std::string& quantities = "") {
+  return "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"\">" + quantities + "</QuantitySet>";
+}
+
+// A member's fields as one line.
+std::string fields(const CIfcPropertyName& p) {
   static const char* const types[] = {"Integer", "Real", "String", "Enumerated", "Boolean", "DateTime"};
   std::ostringstream out;
   out << (p.valueType >= 0 && p.valueType < 6 ? types[p.valueType] : "?") << " " << p.intValue << " " << p.realValue
@@ -107,61 +109,55 @@ std::string fields(const CIfcProyectPSet& doc) {
   return out.str();
 }
 
-std::string fields(const CIfcProyectQSet& doc) {
-  if (doc.quantitySets.size() != 1 || doc.quantitySets[0].quantities.size() != 1) return "(not one quantity)";
-  const CIfcQuantityName& q = doc.quantitySets[0].quantities[0];
+std::string fields(const CIfcQuantityName& q) {
   std::ostringstream out;
   out << q.measureType << (q.exported ? " exported " : " ") << q.value << " '" << q.description << "'";
   return out.str();
 }
 
-// Loads each file (one record) and compares the record's fields; none of them shows a message.
+// Loads one set holding each row's member element, and compares each member's fields with its row's;
+// none of them shows a message.
 template <class Document>
-void expectRecords(const std::vector<std::pair<std::string, std::string>>& rows) {
+void expectMembers(const std::vector<std::pair<std::string, std::string>>& rows) {
   TempDir dir;
   MessageRecorder messages;
-  for (const auto& [file, expected] : rows) {
-    SCOPED_TRACE(expected);
-    EXPECT_EQ(fields(load<Document>(dir, file)), expected);
-  }
+  std::string members;
+  std::vector<std::string> expected, loaded;
+  for (const auto& row : rows) members += row.first, expected.push_back(row.second);
+  const Document doc = load<Document>(dir, kIsPset<Document> ? psetFile("", propertySet("S", members))
+                                                               : qsetFile("", "", quantitySet("S", members)));
+  for (const auto& member : membersOf(setsOf(doc).at(0))) loaded.push_back(fields(member));
+  EXPECT_EQ(loaded, expected);
   EXPECT_TRUE(messages.messages().empty());
 }
 
-std::string withProperty(const std::string& type, const std::string& value,
-                         const std::string& attributes = "Optional=\"No\" Unit=\"\" Rule=\"\"") {
-  return psetFile("", propertySet("S", property("P", type, value, attributes)));
-}
-
-std::string withQuantity(const std::string& attributes, const std::string& value) {
-  return qsetFile("", "", "<QuantitySet Name=\"S\" Description=\"\" typeZep=\"\"><QuantityName Name=\"A\" " +
-                              attributes + "><Description>d</Description>" + value + "</QuantityName></QuantitySet>");
+std::string quantity(const std::string& attributes, const std::string& value) {
+  return "<QuantityName Name=\"A\" " + attributes + "><Description>d</Description>" + value + "</QuantityName>";
 }
 
 TEST(Records, ElementsFillTheirFields) {
   const std::string rest = "'' unit 0 'd' ''";
-  expectRecords<CIfcProyectPSet>({
+  expectMembers<CIfcProyectPSet>({
       // Type words in any case; the golden file holds one value of every type.
-      {withProperty("iNTEGER", "3"), "Integer 3 0 '' " + rest},
-      {withProperty("string", std::string(900, 'v')), "String 0 0 '" + std::string(511, 'v') + "' " + rest},
+      {property("P", "iNTEGER", "3"), "Integer 3 0 '' " + rest},
+      {property("P", "string", std::string(900, 'v')), "String 0 0 '" + std::string(511, 'v') + "' " + rest},
       // A Boolean is 1 only for "yes", in any case.
-      {withProperty("boolean", "yEs"), "Boolean 1 0 '' " + rest},
-      {withProperty("Boolean", "1"), "Boolean 0 0 '' " + rest},
+      {property("P", "boolean", "yEs"), "Boolean 1 0 '' " + rest},
+      {property("P", "Boolean", "1"), "Boolean 0 0 '' " + rest},
       // Real keeps a host variable reference as text (the golden file has an Integer one).
-      {withProperty("Real", "Eje.Cota$"), "Real 0 0 'Eje.Cota$' " + rest},
+      {property("P", "Real", "Eje.Cota$"), "Real 0 0 'Eje.Cota$' " + rest},
       // Optional only for "Yes" in any case; units found ignoring case, an unknown or missing one is none.
-      {withProperty("String", "1", "Optional=\"yES\" Unit=\"\" Rule=\"\""), "String 0 0 '1' '' unit 0 optional 'd' ''"},
-      {withProperty("String", "1", "Optional=\"true\" Unit=\"M2\" Rule=\"\""), "String 0 0 '1' '' unit 2 'd' ''"},
-      {withProperty("String", "1", "Optional=\"No\" Unit=\"km\" Rule=\"\""), "String 0 0 '1' " + rest},
-      {withProperty("String", "1", "Optional=\"No\" Rule=\"\""), "String 0 0 '1' " + rest},
-      {psetFile("", propertySet("S", "<PropertyName Name=\"A\" Optional=\"No\" Rule=\"r\" Type=\"Real\"><Description/>"
-                                     "<Value></Value></PropertyName>")),
+      {property("P", "String", "1", "Optional=\"yES\" Unit=\"\" Rule=\"\""), "String 0 0 '1' '' unit 0 optional 'd' ''"},
+      {property("P", "String", "1", "Optional=\"true\" Unit=\"M2\" Rule=\"\""), "String 0 0 '1' '' unit 2 'd' ''"},
+      {property("P", "String", "1", "Optional=\"No\" Unit=\"km\" Rule=\"\""), "String 0 0 '1' " + rest},
+      {"<PropertyName Name=\"A\" Optional=\"No\" Rule=\"r\" Type=\"Real\"><Description/><Value></Value></PropertyName>",
        "Real 0 0 '' '' unit 0 '' 'r'"},
   });
-  expectRecords<CIfcProyectQSet>({
-      {withQuantity("Export=\"yEs\" TypeQuorsel=\"ifcareameasure\"", "<Value>1</Value>"), "1 exported 1 'd'"},
-      {withQuantity("Export=\"true\" TypeQuorsel=\"IfcVolumeMeasure\"", "<Value>12,5</Value>"), "2 12 'd'"},
-      {withQuantity("Export=\"No\" TypeQuorsel=\"IfcMassMeasure\"", "<Value/>"), "0 0 'd'"},  // an unknown kind: length
-      {withQuantity("Export=\"No\"", "<Value>2</Value>"), "0 2 'd'"},  // so is none, as a save writes kind 7
+  expectMembers<CIfcProyectQSet>({
+      {quantity("Export=\"yEs\" TypeQuorsel=\"ifcareameasure\"", "<Value>1</Value>"), "1 exported 1 'd'"},
+      {quantity("Export=\"true\" TypeQuorsel=\"IfcVolumeMeasure\"", "<Value>12,5</Value>"), "2 12 'd'"},
+      {quantity("Export=\"No\" TypeQuorsel=\"IfcMassMeasure\"", "<Value/>"), "0 0 'd'"},  // an unknown kind: length
+      {quantity("Export=\"No\"", "<Value>2</Value>"), "0 2 'd'"},  // so is none, as a save writes kind 7
   });
 }
 
@@ -254,9 +250,6 @@ TEST(Documents, PropertySetFilesLoadAs) {
   });
 }
 
-std::string emptySet(const std::string& name) {
-  return "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"\"/>";
-}
 
 TEST(Documents, QuantitySetFilesLoadAs) {
   const std::string area =
@@ -266,20 +259,20 @@ TEST(Documents, QuantitySetFilesLoadAs) {
       {"sets sorted by name, types and objects in file order",
        qsetFile("<TypeQuorsel>z</TypeQuorsel><TypeQuorsel>a</TypeQuorsel>",
                 "<ObjectQuorsel>Superficie</ObjectQuorsel><ObjectQuorsel>Eje</ObjectQuorsel>",
-                emptySet("b") + emptySet("A") + emptySet("c")),
+                quantitySet("b") + quantitySet("A") + quantitySet("c")),
        1, {"type z", "type a", "object Superficie", "object Eje", "set A:", "set b:", "set c:"}, {}},
       {"a quantity missing a required part is left out with its message",
-       qsetFile("", "", "<QuantitySet Name=\"S\" Description=\"\" typeZep=\"\"><QuantityName Name=\"A\"" + area +
-                            "<QuantityName Name=\"B\" Export=\"Yes\"><Description/></QuantityName>"
-                            "<QuantityName Name=\"C\" Export=\"No\"" + area + "</QuantitySet>"),
+       qsetFile("", "", quantitySet("S", "<QuantityName Name=\"A\"" + area +
+                                             "<QuantityName Name=\"B\" Export=\"Yes\"><Description/></QuantityName>"
+                                             "<QuantityName Name=\"C\" Export=\"No\"" + area)),
        1, {"set S: C,"}, {quantityError, quantityError}},
       {"a set missing an attribute ends the reading of sets",
-       qsetFile("", "", emptySet("A") + "<QuantitySet Name=\"B\" Description=\"\"/>" + emptySet("C")), 1, {"set A:"},
+       qsetFile("", "", quantitySet("A") + "<QuantitySet Name=\"B\" Description=\"\"/>" + quantitySet("C")), 1, {"set A:"},
        {"Error lectura XML. CIfcQuantitySet"}},
       {"a type or object without text ends its list only",
        qsetFile("<TypeQuorsel>IfcLengthMeasure</TypeQuorsel><TypeQuorsel/><TypeQuorsel>IfcVolumeMeasure</TypeQuorsel>",
                 "<ObjectQuorsel>Eje</ObjectQuorsel><ObjectQuorsel></ObjectQuorsel><ObjectQuorsel>Muro</ObjectQuorsel>",
-                emptySet("S")),
+                quantitySet("S")),
        1, {"type IfcLengthMeasure", "object Eje", "set S:"},
        {"Error lectura XML. CIfcType", "Error lectura XML. CIfcObject"}},
   });
@@ -290,15 +283,12 @@ TEST(Documents, QuantitySetFilesLoadAs) {
 // never a crash), and saves to paths that name no regular file (1, nothing there changed).
 
 template <class Document>
-constexpr bool kIsPset = std::is_same_v<Document, CIfcProyectPSet>;
-
-template <class Document>
 std::string withSetNamed(const std::string& name) {
   if constexpr (kIsPset<Document>)
     return psetFile("", propertySet(name, property("p", "String", "v")),
                     "<RelationIfcElementWithPSet PSet=\"" + name + "\" Object=\"IfcWall\"/>");
   else
-    return qsetFile("", "", "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"\"/>");
+    return qsetFile("", "", quantitySet(name));
 }
 
 // The bytes as UTF-16 (each byte one character).
