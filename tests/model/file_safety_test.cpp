@@ -421,17 +421,15 @@ TYPED_TEST(FileCallsFailing, AFailingReadGivesZeroWithoutMessageAndKeepsTheDocum
 // which the next save removes. The files lie in memory where the system allows, so 200 kills take
 // well under a second; what a killed process leaves depends only on the order of its calls.
 
-CIfcProyectPSet documentWithSets(const char* prefix, int sets) {
-  CIfcProyectPSet doc;
-  for (int i = 0; i < sets; ++i) addSet(doc, (prefix + std::to_string(1000 + i)).c_str(), 4);
-  return doc;
-}
-
 TEST(SaveCrash, AKilledSaveLeavesTheOldOrTheNewDocument) {
   TempDir dir(TempDir::Place::kMemory);
   MessageRecorder quiet;
   const std::string path = dir.file("doc.xml");
-  CIfcProyectPSet oldDoc = documentWithSets("Anterior", 20), newDoc = documentWithSets("Nuevo", 30);
+  CIfcProyectPSet oldDoc, newDoc;
+  for (int i = 0; i < 30; ++i) {
+    if (i < 20) addSet(oldDoc, ("Anterior" + std::to_string(1000 + i)).c_str(), 4);
+    addSet(newDoc, ("Nuevo" + std::to_string(1000 + i)).c_str(), 4);
+  }
   newDoc.graba(path.c_str());
   const std::string newBytes = readBytes(path);
   const auto start = std::chrono::steady_clock::now();

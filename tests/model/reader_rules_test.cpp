@@ -136,7 +136,7 @@ std::string quantity(const std::string& attributes, const std::string& value) {
 }
 
 TEST(Records, ElementsFillTheirFields) {
-  const std::string rest = "'' unit 0 'd' ''";
+  const std::string rest = "'' unit 0 'd' ''", optional = "Optional=\"yES\" Unit=\"\" Rule=\"\"";
   expectMembers<CIfcProyectPSet>({
       // Type words in any case; the golden file holds one value of every type.
       {property("P", "iNTEGER", "3"), "Integer 3 0 '' " + rest},
@@ -147,7 +147,7 @@ TEST(Records, ElementsFillTheirFields) {
       // Real keeps a host variable reference as text (the golden file has an Integer one).
       {property("P", "Real", "Eje.Cota$"), "Real 0 0 'Eje.Cota$' " + rest},
       // Optional only for "Yes" in any case; units found ignoring case, an unknown or missing one is none.
-      {property("P", "String", "1", "Optional=\"yES\" Unit=\"\" Rule=\"\""), "String 0 0 '1' '' unit 0 optional 'd' ''"},
+      {property("P", "String", "1", optional), "String 0 0 '1' '' unit 0 optional 'd' ''"},
       {property("P", "String", "1", "Optional=\"true\" Unit=\"M2\" Rule=\"\""), "String 0 0 '1' '' unit 2 'd' ''"},
       {property("P", "String", "1", "Optional=\"No\" Unit=\"km\" Rule=\"\""), "String 0 0 '1' " + rest},
       {"<PropertyName Name=\"A\" Optional=\"No\" Rule=\"r\" Type=\"Real\"><Description/><Value></Value></PropertyName>",
@@ -211,9 +211,8 @@ void expectLoads(const std::vector<LoadRow>& rows) {
   }
 }
 
-TEST(Documents, PropertySetFilesLoadAs) {
-  const std::string noRule =
-      "<PropertyName Name=\"A\" Optional=\"No\" Type=\"String\"><Description/><Value/></PropertyName>";
+TEST(Documents, FilesLoadAs) {
+  const std::string noRule = property("A", "String", "", "Optional=\"No\"");
   const std::string noValue =
       "<PropertyName Name=\"B\" Optional=\"No\" Rule=\"\" Type=\"String\"><Description/></PropertyName>";
   const std::string noName =
@@ -248,10 +247,6 @@ TEST(Documents, PropertySetFilesLoadAs) {
                 ""),
        1, {}, {enumError}},
   });
-}
-
-
-TEST(Documents, QuantitySetFilesLoadAs) {
   const std::string area =
       " TypeQuorsel=\"IfcAreaMeasure\"><Description>d</Description><Value>1</Value></QuantityName>";
   const std::string quantityError = "Error lectura XML. CIfcQuantityName";
@@ -267,8 +262,8 @@ TEST(Documents, QuantitySetFilesLoadAs) {
                                              "<QuantityName Name=\"C\" Export=\"No\"" + area)),
        1, {"set S: C,"}, {quantityError, quantityError}},
       {"a set missing an attribute ends the reading of sets",
-       qsetFile("", "", quantitySet("A") + "<QuantitySet Name=\"B\" Description=\"\"/>" + quantitySet("C")), 1, {"set A:"},
-       {"Error lectura XML. CIfcQuantitySet"}},
+       qsetFile("", "", quantitySet("A") + "<QuantitySet Name=\"B\" Description=\"\"/>" + quantitySet("C")), 1,
+       {"set A:"}, {"Error lectura XML. CIfcQuantitySet"}},
       {"a type or object without text ends its list only",
        qsetFile("<TypeQuorsel>IfcLengthMeasure</TypeQuorsel><TypeQuorsel/><TypeQuorsel>IfcVolumeMeasure</TypeQuorsel>",
                 "<ObjectQuorsel>Eje</ObjectQuorsel><ObjectQuorsel></ObjectQuorsel><ObjectQuorsel>Muro</ObjectQuorsel>",
