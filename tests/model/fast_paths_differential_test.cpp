@@ -66,7 +66,8 @@ int plainSetProperties(const char* path, const char* partialPath, const FlatProp
   doc.lee(path);
   CIfcProyectPSet partial;
   mergePlainly<CIfcPropertySet, CIfcPropertyName, &CIfcPropertySet::properties>(
-      partial.propertySets, doc.propertySets, records, count, [](auto& sets, std::size_t set, const FlatPropertyRecord& record) {
+      partial.propertySets, doc.propertySets, records, count,
+      [](auto& sets, std::size_t set, const FlatPropertyRecord& record) {
         CIfcPropertyName property;
         orvane::api::propertyFrom(record, property);
         if (CIfcPropertyName* existing = sets.findMember(set, fieldText(property.name)))
