@@ -224,15 +224,6 @@ TEST(Documents, FilesLoadAs) {
        psetFile("<TypeEnum Name=\"zona\" Description=\"\"><Elements/></TypeEnum>" + emptyType,
                 propertySet("beta") + propertySet("Alfa") + propertySet("alpha")),
        1, {"type B:", "type zona:", "set Alfa:", "set alpha:", "set beta:"}, {}},
-      {"relations in file order; one missing a name left out silently",
-       psetFile("", "",
-                "<RelationIfcElementWithPSet PSet=\"Z\" Object=\"IfcWall\"/><RelationIfcElementWithPSet PSet=\"Q\"/>"
-                "<RelationIfcElementWithPSet PSet=\"A\" Object=\"IfcSlab\"/>"),
-       1, {"relation Z IfcWall", "relation A IfcSlab"}, {}},
-      {"enumerated values keep codes (no digits: 0) and order",
-       psetFile("<TypeEnum Name=\"Colores\" Description=\"c\"><Elements><Element Value=\"7\">Rojo</Element>"
-                "<Element Value=\"x\">Azul</Element><Element Value=\"-2\">Verde</Element></Elements></TypeEnum>", ""),
-       1, {"type Colores: 7 Rojo, 0 Azul, -2 Verde,"}, {}},
       {"a property missing a required part is left out with its message",
        psetFile("", propertySet("S", noRule + property("Ok", "String", "v") + noValue + noName)),
        1, {"set S: Ok,"}, {propertyError, propertyError, propertyError}},
