@@ -117,11 +117,6 @@ Outcome run(const std::string* document, std::string records, Call call) {
   return {result, std::move(records), files, recorder.messages()};
 }
 
-template <class Record>
-std::string bytesOf(const std::vector<Record>& records) {
-  return {reinterpret_cast<const char*>(records.data()), records.size() * sizeof(Record)};
-}
-
 // Records for a merge: what the document gives, some sets in other letter cases, repeats, new sets
 // and properties, names without terminators.
 template <class Record>
@@ -170,7 +165,8 @@ void compare(const std::string* document, unsigned seed, const std::vector<Recor
   const std::vector<Record> records = given != nullptr ? *given : mergeRecords<Record>(std::get<1>(fast), std::get<0>(fast), seed);
   for (int variant : {0, 1}) {
     const auto merged = [&](auto function) {
-      return run(document, bytesOf(records), [&](const char* p, const char* other, char* r) {
+      const std::string bytes(reinterpret_cast<const char*>(records.data()), records.size() * sizeof(Record));
+      return run(document, bytes, [&](const char* p, const char* other, char* r) {
         return merge(function, variant, p, other, reinterpret_cast<const Record*>(r), int(records.size()));
       });
     };
