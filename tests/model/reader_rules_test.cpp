@@ -277,13 +277,6 @@ std::string withSetNamed(const std::string& name) {
     return qsetFile("", "", quantitySet(name));
 }
 
-// The bytes as UTF-16 (each byte one character).
-std::string utf16(const std::string& text) {
-  std::string out;
-  for (char c : text) out += std::string{c, '\0'};
-  return out;
-}
-
 // The document's root holding elements nested `depth` deep.
 template <class Document>
 std::string nested(int depth) {
@@ -292,7 +285,6 @@ std::string nested(int depth) {
   for (int i = 0; i < depth; ++i) open += "<a>", close = "</a>" + close;
   return open + close;
 }
-
 
 enum class Outcome { kNotXml, kNoRoot, kLoads };
 
@@ -358,7 +350,7 @@ TYPED_TEST(DocumentFiles, MalformedAndCutFilesGiveTheirResultAndMessage) {
   std::vector<std::pair<std::string, Outcome>> rows = {
       {bytes.substr(0, 60) + std::string(1, '\0') + bytes.substr(60), Outcome::kNotXml},
       {nested<TypeParam>(120), Outcome::kNotXml},  // deeper than the XML library allows
-      {"\xFF\xFE" + utf16(bytes), Outcome::kNotXml},
+      {std::string("\xFF\xFE<\0a\0/\0>\0", 10), Outcome::kNotXml},  // UTF-16
       {nested<TypeParam>(90), Outcome::kLoads},
       {"\xEF\xBB\xBF" + bytes, Outcome::kLoads}};
   const std::size_t declarationEnd = bytes.find("?>") + 2, rootStart = bytes.find('<', declarationEnd);
