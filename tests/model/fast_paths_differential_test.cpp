@@ -162,7 +162,8 @@ void compare(const std::string* document, unsigned seed, const std::vector<Recor
   };
   const Outcome fast = get(fastGet);
   ASSERT_TRUE(fast == get(plainGet<Document, Record>)) << "reading";
-  const std::vector<Record> records = given != nullptr ? *given : mergeRecords<Record>(std::get<1>(fast), std::get<0>(fast), seed);
+  const std::vector<Record> records =
+      given != nullptr ? *given : mergeRecords<Record>(std::get<1>(fast), std::get<0>(fast), seed);
   for (int variant : {0, 1}) {
     const auto merged = [&](auto function) {
       const std::string bytes(reinterpret_cast<const char*>(records.data()), records.size() * sizeof(Record));
