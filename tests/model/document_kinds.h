@@ -1,10 +1,12 @@
-// The two documents side by side, for the tests that hold for both.
+// The two documents side by side, for the tests that hold for both, and what every model test uses.
 #ifndef ORVANE_TESTS_MODEL_DOCUMENT_KINDS_H
 #define ORVANE_TESTS_MODEL_DOCUMENT_KINDS_H
 
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <filesystem>
+#include <set>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -18,10 +20,16 @@
 namespace orvane::test {
 
 template <class Document>
+constexpr bool kIsPset = std::is_same_v<std::remove_const_t<Document>, CIfcProyectPSet>;
+
+template <class Document>
 auto& setsOf(Document& doc) {
-  if constexpr (std::is_same_v<std::remove_const_t<Document>, CIfcProyectPSet>) return doc.propertySets;
+  if constexpr (kIsPset<Document>) return doc.propertySets;
   else return doc.quantitySets;
 }
+
+inline const auto& membersOf(const CIfcPropertySet& set) { return set.properties; }
+inline const auto& membersOf(const CIfcQuantitySet& set) { return set.quantities; }
 
 template <class Document>
 std::vector<std::string> setNames(const Document& doc) {
@@ -35,7 +43,7 @@ template <class Document>
 void addSet(Document& doc, const char* name, std::size_t members = 0) {
   auto& set = setsOf(doc).emplace_back();
   std::strcpy(set.name, name);
-  if constexpr (std::is_same_v<Document, CIfcProyectPSet>) set.properties.resize(members);
+  if constexpr (kIsPset<Document>) set.properties.resize(members);
   else set.quantities.resize(members);
 }
 

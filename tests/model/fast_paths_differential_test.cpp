@@ -9,11 +9,9 @@
 #include <cctype>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
-#include <initializer_list>
 #include <map>
 #include <random>
-#include <string>
+#include <tuple>
 #include <vector>
 
 #include "api/name_index.h"
@@ -66,9 +64,10 @@ int plainSetProperties(const char* path, const char* partialPath, const FlatProp
                        int saveDocument) {
   CIfcProyectPSet doc;
   doc.lee(path);
-  std::vector<CIfcPropertySet> named;
+  CIfcProyectPSet partial;
   mergePlainly<CIfcPropertySet, CIfcPropertyName, &CIfcPropertySet::properties>(
-      named, doc.propertySets, records, count, [](auto& sets, std::size_t set, const FlatPropertyRecord& record) {
+      partial.propertySets, doc.propertySets, records, count,
+      [](auto& sets, std::size_t set, const FlatPropertyRecord& record) {
         CIfcPropertyName property;
         orvane::api::propertyFrom(record, property);
         if (CIfcPropertyName* existing = sets.findMember(set, fieldText(property.name)))
@@ -76,10 +75,8 @@ int plainSetProperties(const char* path, const char* partialPath, const FlatProp
         else
           sets.appendMember(set, property);
       });
-  if (!named.empty()) {
-    CIfcProyectPSet partial;
+  if (!partial.propertySets.empty()) {
     partial.enums = doc.enums;
-    partial.propertySets = std::move(named);
     partial.graba(partialPath);
   }
   if (saveDocument != 0) doc.graba(path);
@@ -104,15 +101,7 @@ int plainSetQuantities(const char* path, const char* pathOut, const FlatQuantity
 }
 
 // What a call left: its result, the host's record array, every file of its folder, its messages.
-struct Outcome {
-  int result = 0;
-  std::string records;
-  std::map<std::string, std::string> files;
-  std::vector<std::string> messages;
-  bool operator==(const Outcome& o) const {
-    return result == o.result && records == o.records && files == o.files && messages == o.messages;
-  }
-};
+using Outcome = std::tuple<int, std::string, std::map<std::string, std::string>, std::vector<std::string>>;
 
 // Runs `call(path, otherPath, records)` in a fresh folder holding `document` (when there is one) and
 // an older second file, with `records` as the host's array.
@@ -122,17 +111,10 @@ Outcome run(const std::string* document, std::string records, Call call) {
   if (document != nullptr) dir.write("doc.xml", *document);
   dir.write("other.xml", "older");
   orvane::test::MessageRecorder recorder;
-  Outcome outcome;
-  outcome.result = call(dir.file("doc.xml").c_str(), dir.file("other.xml").c_str(), records.data());
-  outcome.messages = recorder.messages();
-  outcome.records = std::move(records);
-  for (const std::string& name : dir.names()) outcome.files[name] = readBytes(dir.path() / name);
-  return outcome;
-}
-
-template <class Record>
-std::string bytesOf(const std::vector<Record>& records) {
-  return {reinterpret_cast<const char*>(records.data()), records.size() * sizeof(Record)};
+  const int result = call(dir.file("doc.xml").c_str(), dir.file("other.xml").c_str(), records.data());
+  std::map<std::string, std::string> files;
+  for (const std::string& name : dir.names()) files[name] = readBytes(dir.path() / name);
+  return {result, std::move(records), files, recorder.messages()};
 }
 
 // Records for a merge: what the document gives, some sets in other letter cases, repeats, new sets
@@ -180,10 +162,12 @@ void compare(const std::string* document, unsigned seed, const std::vector<Recor
   };
   const Outcome fast = get(fastGet);
   ASSERT_TRUE(fast == get(plainGet<Document, Record>)) << "reading";
-  const std::vector<Record> records = given != nullptr ? *given : mergeRecords<Record>(fast.records, fast.result, seed);
+  const std::vector<Record> records =
+      given != nullptr ? *given : mergeRecords<Record>(std::get<1>(fast), std::get<0>(fast), seed);
   for (int variant : {0, 1}) {
     const auto merged = [&](auto function) {
-      return run(document, bytesOf(records), [&](const char* p, const char* other, char* r) {
+      const std::string bytes(reinterpret_cast<const char*>(records.data()), records.size() * sizeof(Record));
+      return run(document, bytes, [&](const char* p, const char* other, char* r) {
         return merge(function, variant, p, other, reinterpret_cast<const Record*>(r), int(records.size()));
       });
     };
@@ -286,34 +270,38 @@ std::string quantityDocument(unsigned seed) {
 }
 
 // The files of the project's `folders` ending in `extension`, sorted.
-std::vector<fs::path> filesIn(std::initializer_list<const char*> folders, const char* extension) {
+std::vector<fs::path> filesIn(const std::vector<const char*>& folders, const char* extension) {
   std::vector<fs::path> files;
-  for (const char* folder : folders) {
-    std::error_code missing;
-    for (fs::directory_iterator it(fs::path(ORVANE_TEST_DATA) / ".." / ".." / folder, missing), end;
-         !missing && it != end; ++it)
-      if (it->path().extension() == extension) files.push_back(it->path());
-  }
+  for (const char* folder : folders)
+    for (const auto& entry : fs::directory_iterator(fs::path(ORVANE_TEST_DATA) / ".." / ".." / folder))
+      if (entry.path().extension() == extension) files.push_back(entry.path());
   std::sort(files.begin(), files.end());
   return files;
 }
 
-// Only the bytes written count here, not how the disk keeps them: saves skip their syncs, and the
-// folders are made in memory where the system allows.
-class DifferentialTest : public ::testing::Test {
- protected:
-  void SetUp() override {
-    orvane::FileSystem quick = orvane::posixFileSystem();
-    quick.fsync = [](int) { return 0; };
-    previous_ = orvane::setFileSystem(quick);
+// The merge corpora hold host records of any bytes with the document they go into.
+template <class Record, class Compare>
+void compareMergeCorpus(const char* folder, Compare compareDocument) {
+  for (const fs::path& file : filesIn({folder}, ".bin")) {
+    SCOPED_TRACE(file.string());
+    const std::string bytes = readBytes(file);
+    const auto input =
+        orvane::fuzz::splitMergeInput<Record>(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
+    const std::string document(input.document);
+    compareDocument(&document, 0, &input.records);
   }
-  void TearDown() override { orvane::setFileSystem(previous_); }
+}
 
- private:
-  orvane::FileSystem previous_{};
-};
+// Only the bytes written count here, not how a disk keeps them: saves skip their syncs, and the
+// folders are made in memory where the system allows.
+const bool kSyncsSkipped = [] {
+  orvane::FileSystem quick = orvane::posixFileSystem();
+  quick.fsync = [](int) { return 0; };
+  orvane::setFileSystem(quick);
+  return true;
+}();
 
-TEST_F(DifferentialTest, GeneratedSampleAndCorpusDocuments) {
+TEST(DifferentialTest, GeneratedSampleAndCorpusDocuments) {
   compareProperties(nullptr, 0);  // no file at all
   compareQuantities(nullptr, 0);
   for (unsigned seed = 1; seed <= 24; ++seed) {
@@ -331,29 +319,13 @@ TEST_F(DifferentialTest, GeneratedSampleAndCorpusDocuments) {
     compareProperties(&document, unsigned(i + 1));
     compareQuantities(&document, unsigned(i + 1));
   }
-}
-
-// The merge corpora hold host records of any bytes with the document they go into.
-template <class Record, class Compare>
-void compareMergeCorpus(const char* folder, Compare compareDocument) {
-  for (const fs::path& file : filesIn({folder}, ".bin")) {
-    SCOPED_TRACE(file.string());
-    const std::string bytes = readBytes(file);
-    const auto input =
-        orvane::fuzz::splitMergeInput<Record>(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
-    const std::string document(input.document);
-    compareDocument(&document, 0, &input.records);
-  }
-}
-
-TEST_F(DifferentialTest, MergeCorpora) {
   compareMergeCorpus<FlatPropertyRecord>("fuzz/corpus/property_merge", compareProperties);
   compareMergeCorpus<FlatQuantityRecord>("fuzz/corpus/quantity_merge", compareQuantities);
 }
 
 // A save prints in 64 KB chunks; the file must be what one whole print gives, with every carriage
 // return of a text as "&#13;" (also where it falls at a chunk's end) and CR LF line ends.
-TEST_F(DifferentialTest, ChunkedSaveMatchesOneWholePrint) {
+TEST(DifferentialTest, ChunkedSaveMatchesOneWholePrint) {
   CIfcProyectPSet doc;
   std::mt19937 random(7);
   for (int s = 0; s < 300; ++s) {
