@@ -166,8 +166,7 @@ TEST_F(EditorTest, PropertyDataStoresTheDefaultByTypeAndEditsValueListsInTheirOw
     EXPECT_EQ(std::tuple(p.valueType, std::string(p.textValue), p.intValue, p.realValue),
               std::tuple(type, std::string(text), number, 0.0));
   }
-  CIfcPropertyName p = makeProperty("Color", PropertyEnumerated, "Rojo");
-  setText(p.enumName, "Otra");
+  CIfcPropertyName p = makeProperty("Color", PropertyEnumerated, "Rojo", "Otra");
   p.unit = 4;
   CPropertyDataDlg dlg(services, kEditItem, p, {makeEnum("Colores", {{1, "Rojo"}})}, nullptr, nullptr);
   dlg.start();
@@ -222,14 +221,12 @@ TEST_F(EditorTest, TheValueChooserOpensOnAReferencesNamesAndMakesOnlyReferencesT
 // A set's rows show every column of its properties. A value list made in the set's editor, and a
 // value added to it while picking a property's default from it, reach the set list with the new set.
 TEST_F(EditorTest, ASetsRowsShowItsPropertiesAndValueListsChangedBelowComeBackUp) {
-  CIfcPropertyName flag = makeProperty("Portante", PropertyBoolean);
   CIfcPropertyName ref = makeProperty("Alto", PropertyInteger, "$ALTO");
-  flag.intValue = 2;
   ref.optional = true;
   ref.unit = 4;
-  CIfcPropertyName colour = makeProperty("Color", PropertyEnumerated, "Rojo");
-  setText(colour.enumName, "Colores");
-  CPropertiesOfSetDlg rows(services, kEditItem, makeSet("Muros", {flag, ref, colour}), {}, nullptr, nullptr);
+  const CIfcPropertySet muros = makeSet("Muros", {makeProperty("Portante", PropertyBoolean, "", "", 2), ref,
+                                                  makeProperty("Color", PropertyEnumerated, "Rojo", "Colores")});
+  CPropertiesOfSetDlg rows(services, kEditItem, muros, {}, nullptr, nullptr);
   rows.start();
   EXPECT_EQ(rows.properties.rows, (std::vector<Texts>{{u"Portante", u"", u"Booleano", u"", u"false", u"No", u""},
                                                       {u"Alto", u"", u"Entero", u"", u"$ALTO", u"Sí", u"ºC"},
@@ -383,20 +380,9 @@ TEST_F(EditorTest, QuantitySetsKeepTheirKindsAndAssignedQuantitiesTakeTheHostsVa
 // row and the first column do nothing. The set chosen from the list is assigned once, even when the
 // list is cancelled; what else was done in a cancelled list is not kept.
 TEST_F(EditorTest, PropertyAssignmentGridShowsEditsAndChoosesEachTypeAndInsertsAChosenSetOnce) {
-  CIfcPropertyName count = makeProperty("Huecos", PropertyInteger), height = makeProperty("Altura", PropertyReal);
-  count.intValue = 7;
-  height.realValue = 1;
-  CIfcPropertyName finish = makeProperty("Acabado", PropertyEnumerated, "Liso"),
-                   lost = makeProperty("Color", PropertyEnumerated, "Rojo");
-  setText(finish.enumName, "acabados");
-  setText(lost.enumName, "SinTipo");
-  const std::vector wall{count, height, finish, makeProperty("Portante", PropertyBoolean),
-                         makeProperty("Fecha", PropertyDateTime, "2026"),
-                         makeProperty("Eje", PropertyString, "Eje.PK$"), lost,
-                         makeProperty("Alto", PropertyInteger, "Eje.Cota$")};
   const std::vector definitions{makeSet("Losas"), makeSet("Muros", {makeProperty("Altura")})};
   const std::vector enums{makeEnum("Acabados", {{1, "Viejo"}}), makeEnum("ACABADOS", {{1, "Liso"}, {2, "Rugoso"}})};
-  CPropiedadesObjetosIFCDlg dlg(services, definitions, enums, {makeSet("Muros", wall)});
+  CPropiedadesObjetosIFCDlg dlg(services, definitions, enums, {wallValues()});
   dlg.start();
   dlg.chooseSet(0);
   EXPECT_EQ(dlg.grid.defaultBackground, kLightYellow);
@@ -409,7 +395,7 @@ TEST_F(EditorTest, PropertyAssignmentGridShowsEditsAndChoosesEachTypeAndInsertsA
     dlg.endEdit(row, 3, text);
   dlg.endEdit(1, 1, u"otra");
   EXPECT_EQ(column(dlg.grid, 3),
-            (Texts{u"Valor", u"12", u"2.500", u"Rugoso", u"Lista", u"Lista", u"Eje.PK$", u"Rojo", u"Eje.Cota$"}));
+            (Texts{u"Valor", u"12", u"2.500", u"Rugoso", u"Lista", u"Lista", u"Eje.PK$\n", u"Rojo", u"Eje.Cota$"}));
   const std::vector<CIfcPropertyName>& p = dlg.assignedSets[0].properties;
   EXPECT_EQ(std::tuple(std::string(p[4].textValue), p[7].intValue, std::string(p[0].description)),
             std::tuple("2026", 5, ""));

@@ -221,21 +221,14 @@ TEST_F(UiTest, ATypeMadeThroughThreeWindowsLandsInTheList) {
   EXPECT_EQ(std::tuple(made.size(), made.at(0).value, std::string(made.at(0).text)), std::tuple(1u, 2, "Barniz"));
 }
 
-template <class Record>
-std::vector<Record> named(std::initializer_list<const char*> names) {
-  std::vector<Record> records(names.size());
-  for (std::size_t i = 0; i < names.size(); ++i) setText(records[i].name, names.begin()[i]);
-  return records;
-}
-
 // The set's linked element, and a quantity opened by a double click with its kind and export mark.
 TEST_F(UiTest, TheQuantityEditorsPassTheLinkedElementTheKindAndTheExportMark) {
   CIfcQuantitySet areas =
       makeQuantitySet("Areas", {makeQuantity("Area", AreaMeasure), makeQuantity("Largo", LengthMeasure)});
   setText(areas.typeZep, "superficie");
   CQuantitiesOfSetDlg logic(services, kEditItem, areas, nullptr,
-                            named<CIfcType>({"IfcLengthMeasure", "IfcAreaMeasure", "IfcVolumeMeasure"}),
-                            named<CIfcObject>({"Eje", "Superficie"}));
+                            namedRecords<CIfcType>({"IfcLengthMeasure", "IfcAreaMeasure", "IfcVolumeMeasure"}),
+                            namedRecords<CIfcObject>({"Eje", "Superficie"}));
   QuantitiesOfSetView view(logic);
   open(view, logic);
   EXPECT_EQ(look(view, "linkedElementCombo"), "Superficie");
@@ -284,14 +277,6 @@ TEST_F(UiTest, AssignmentEditorsInsertChooseAndRemoveSets) {
 
 class GridTest : public UiTest {
  protected:
-  static CIfcPropertySet wallValues() {
-    CIfcPropertyName holes = makeProperty("Huecos", PropertyInteger), height = makeProperty("Altura", PropertyReal);
-    holes.intValue = 7;
-    height.realValue = 1;
-    CIfcPropertyName finish = makeProperty("Acabado", PropertyEnumerated, "Liso");
-    setText(finish.enumName, "acabados");
-    return makeSet("Muros", {holes, height, finish, makeProperty("Eje", PropertyString, "Eje.PK$\n")});
-  }
   void SetUp() override {
     UiTest::SetUp();
     open(view, logic);
@@ -322,22 +307,22 @@ class GridTest : public UiTest {
 
 // Names, types and host variable references are not edited in place, and show in italics.
 TEST_F(GridTest, ReadOnlyCellsOpenNoEditorAndAReferenceChangesByADoubleClick) {
-  for (auto [row, column] : {std::pair{1, 0}, {1, 2}, {4, 3}}) {
+  for (auto [row, column] : {std::pair{1, 0}, {1, 2}, {6, 3}}) {
     EXPECT_EQ(startEdit(row, column), nullptr) << row << "," << column;
     EXPECT_TRUE(grid()->cellIndex(row, column).data(Qt::FontRole).value<QFont>().italic());
   }
   EXPECT_TRUE(grid()->cellIndex(1, 3).data(Qt::FontRole).isNull());
   EXPECT_FALSE(grid()->model()->setData(grid()->cellIndex(1, 0), "Otro", Qt::EditRole));
-  EXPECT_EQ(cellText(4, 3), "Eje.PK$ ");  // a line feed kept in a value shows on one line
+  EXPECT_EQ(cellText(6, 3), "Eje.PK$ ");  // a line feed kept in a value shows on one line
   whenDialogOpens<PropertyValueView>([&](PropertyValueView& chooser) {  // a reference changes only through it
     EXPECT_EQ(child<QLineEdit>(chooser, "valueEdit")->text(), "Eje.PK$\n");
     QTest::mouseClick(child<QRadioButton>(chooser, "literalRadio"), Qt::LeftButton);
     typeInto(chooser, "valueEdit", "Fijo");
     click(chooser, "okButton");
   });
-  doubleClickAt(grid()->viewport(), grid()->cellRect(4, 3).center());
-  EXPECT_STREQ(value(4), "Fijo");
-  EXPECT_NE(startEdit(4, 3), nullptr);  // no longer a reference
+  doubleClickAt(grid()->viewport(), grid()->cellRect(6, 3).center());
+  EXPECT_STREQ(value(6), "Fijo");
+  EXPECT_NE(startEdit(6, 3), nullptr);  // no longer a reference
 }
 
 // The keys of an in-place edit, started with F2 (the text selected) or by typing: Enter commits and
