@@ -213,8 +213,9 @@ TEST_F(EditorTest, TheValueChooserOpensOnAReferencesNamesAndMakesOnlyReferencesT
     dlg.ok();
     EXPECT_FALSE(dlg.ended());
     dlg.chooseSource(kLiteralText);
+    dlg.valueText += u"²";  // the literal is kept as typed, in UTF-8
     dlg.ok();
-    EXPECT_EQ(std::tuple(dlg.result(), std::string(dlg.value)), std::tuple(kDialogOk, "Eje.PK$"));
+    EXPECT_EQ(std::tuple(dlg.result(), std::string(dlg.value)), std::tuple(kDialogOk, "Eje.PK$\xC2\xB2"));
   }
 }
 

@@ -125,19 +125,45 @@ class PropertyDataViewTest : public UiTest {
   PropertyDataView view{logic};
 };
 
-TEST_F(PropertyDataViewTest, TheControlsFollowTheTypeAndWhatWasTypedReachesTheRecord) {
+// The controls follow the type. A value list chosen opens it, on the value clicked; "..." opens the
+// value chooser on the reference typed, where an assistive technology's toggle leaves only the literal
+// and the mouse brings the names back; what is typed and chosen reaches the record.
+TEST_F(PropertyDataViewTest, TheControlsFollowTheTypeTheChoosersOpenFromThemAndWhatWasTypedReachesTheRecord) {
   open(view, logic);
   EXPECT_EQ(look(view, "setNameDisplay typeCombo unitCombo"), "Muros | Texto | ");
   EXPECT_EQ(child<QComboBox>(view, "unitCombo")->count(), kUnitCount);
   EXPECT_EQ(entries(child<QComboBox>(view, "valueListCombo")), (QStringList{"Acabados", "Colores"}));
+  typeInto(view, "nameEdit", QString::fromUtf8("Espesor térmico"));
   const QString controls = "defaultValueEdit booleanCheck valueListCombo editValueListButton";
   choose(view, "typeCombo", PropertyBoolean);
   EXPECT_EQ(look(view, controls), "- | off | ! | &Editar...");
   choose(view, "typeCombo", PropertyEnumerated);
   EXPECT_EQ(look(view, controls), "! | - |  | &Editar...");
+  whenDialogOpens<ListValuesView>([](ListValuesView& values) {
+    EXPECT_EQ(look(values, "nameEdit"), "Colores");
+    clickRow(child<ReportList>(values, "values"), 1);
+    click(values, "okButton");
+  });
+  choose(view, "valueListCombo", 1);
+  EXPECT_EQ(look(view, "defaultValueEdit valueListCombo"), "!Azul | Colores");
   choose(view, "typeCombo", PropertyReal);
-  EXPECT_EQ(look(view, controls), " | - | ! | !&Editar...");
-  typeInto(view, "nameEdit", QString::fromUtf8("Espesor térmico"));
+  EXPECT_EQ(look(view, controls), "Azul | - | !Colores | !&Editar...");
+  typeInto(view, "defaultValueEdit", "Eje.Cota$");
+  whenDialogOpens<PropertyValueView>([](PropertyValueView& chooser) {
+    const QString names = "hostVariableRadio groupCombo variableCombo valueEdit";
+    EXPECT_EQ(look(chooser, names), "on | Eje | Cota | !Eje.Cota$");
+    QAccessibleActionInterface* literal =
+        QAccessible::queryAccessibleInterface(child<QRadioButton>(chooser, "literalRadio"))->actionInterface();
+    ASSERT_TRUE(literal->actionNames().contains(QAccessibleActionInterface::toggleAction()));
+    literal->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_EQ(look(chooser, names), "off | !Eje | !Cota | Eje.Cota$");
+    QTest::mouseClick(child<QRadioButton>(chooser, "hostVariableRadio"), Qt::LeftButton);
+    choose(chooser, "groupCombo", 0);
+    choose(chooser, "variableCombo", 0);
+    click(chooser, "okButton");
+  });
+  click(view, "chooseValueButton");
+  EXPECT_EQ(look(view, "defaultValueEdit"), "Eje.PK$");
   typeInto(view, "descriptionEdit", "Aislante");
   typeInto(view, "defaultValueEdit", "0.25");
   choose(view, "unitCombo", 1);
@@ -146,48 +172,6 @@ TEST_F(PropertyDataViewTest, TheControlsFollowTheTypeAndWhatWasTypedReachesTheRe
   const CIfcPropertyName& p = logic.property;
   EXPECT_EQ(std::tuple(logic.result(), std::string(p.name) + "|" + p.description, p.realValue, p.unit, p.optional),
             std::tuple(kDialogOk, "Espesor t\xC3\xA9rmico|Aislante", 0.25, 1, true));
-}
-
-// "..." opens the value chooser, whose result fills the default; a value list chosen opens it, and
-// cancelling it leaves none chosen, as before, where OK gives the value clicked.
-TEST_F(PropertyDataViewTest, TheValueChooserAndTheValueListsOpenFromTheirControls) {
-  open(view, logic);
-  typeInto(view, "nameEdit", "Color");
-  whenDialogOpens<PropertyValueView>([](PropertyValueView& chooser) {
-    QTest::mouseClick(child<QRadioButton>(chooser, "hostVariableRadio"), Qt::LeftButton);
-    choose(chooser, "groupCombo", 0);
-    choose(chooser, "variableCombo", 1);
-    click(chooser, "okButton");
-  });
-  click(view, "chooseValueButton");
-  EXPECT_EQ(look(view, "defaultValueEdit"), "Eje.Cota$");
-  choose(view, "typeCombo", PropertyEnumerated);
-  whenDialogOpens<ListValuesView>([&](ListValuesView& values) { EXPECT_EQ(look(values, "nameEdit"), "Colores"); });
-  choose(view, "valueListCombo", 1);
-  EXPECT_EQ(look(view, "valueListCombo"), "");
-  whenDialogOpens<ListValuesView>([](ListValuesView& values) {  // the value clicked is the one given back
-    clickRow(child<ReportList>(values, "values"), 1);
-    click(values, "okButton");
-  });
-  choose(view, "valueListCombo", 1);
-  EXPECT_EQ(look(view, "defaultValueEdit valueListCombo"), "!Azul | Colores");
-}
-
-TEST_F(UiTest, TheValueChooserOpensOnAReferenceAndOkTakesATypedLiteral) {
-  const CConjuntoVariableZep variables = catalogue("Muro;Altura,Espesor\nEje;PK,Cota,Pendiente\n");
-  CPropiedadesObjetosValorIFCDlg logic(services, "Eje.Cota$", variables);
-  PropertyValueView view(logic);
-  open(view, logic);
-  const QString controls = "hostVariableRadio groupCombo variableCombo valueEdit";
-  EXPECT_EQ(look(view, controls), "on | Eje | Cota | !Eje.Cota$");
-  QAccessibleActionInterface* literal =  // as an assistive technology does
-      QAccessible::queryAccessibleInterface(child<QRadioButton>(view, "literalRadio"))->actionInterface();
-  ASSERT_TRUE(literal->actionNames().contains(QAccessibleActionInterface::toggleAction()));
-  literal->doAction(QAccessibleActionInterface::toggleAction());
-  EXPECT_EQ(look(view, controls), "off | !Eje | !Cota | Eje.Cota$");
-  typeInto(view, "valueEdit", QString::fromUtf8("2,5 m²"));
-  click(view, "okButton");
-  EXPECT_STREQ(logic.value, "2,5 m\xC2\xB2");
 }
 
 // A type made through three windows, the last filled by the keyboard alone (typing, Tab to the next
@@ -305,8 +289,21 @@ class GridTest : public UiTest {
   PropertyAssignView view{logic};
 };
 
-// Names, types and host variable references are not edited in place, and show in italics.
-TEST_F(GridTest, ReadOnlyCellsOpenNoEditorAndAReferenceChangesByADoubleClick) {
+// The header is drawn in the grey the grid gives it; columns fit their texts and the last fills the
+// rest. Names, types and host variable references are not edited in place, and show in italics. The
+// arrows move through a drop-down's choices without committing; Enter commits; Alt+Down opens the
+// list, and a choice picked from it commits at once. Nothing else gets in.
+TEST_F(GridTest, TheHeaderIsGreyReadOnlyCellsOpenNoEditorAndADropDownTakesOnlyItsChoices) {
+  QHeaderView* header = grid()->horizontalHeader();
+  const QImage shot = header->grab().toImage();
+  const QPoint pastTheTitle(header->sectionViewportPosition(3) + header->sectionSize(3) * 3 / 4, header->height() / 2);
+  const QColor drawn = shot.pixelColor(pastTheTitle * shot.devicePixelRatio());
+  for (int channel : {drawn.red(), drawn.green(), drawn.blue()}) EXPECT_NEAR(channel, 160, 12);
+  for (int extra : {0, 200}) {
+    view.resize(view.width() + extra, view.height());
+    settle();
+    EXPECT_NEAR(header->length(), grid()->viewport()->width(), header->count());
+  }
   for (auto [row, column] : {std::pair{1, 0}, {1, 2}, {6, 3}}) {
     EXPECT_EQ(startEdit(row, column), nullptr) << row << "," << column;
     EXPECT_TRUE(grid()->cellIndex(row, column).data(Qt::FontRole).value<QFont>().italic());
@@ -322,6 +319,28 @@ TEST_F(GridTest, ReadOnlyCellsOpenNoEditorAndAReferenceChangesByADoubleClick) {
   });
   doubleClickAt(grid()->viewport(), grid()->cellRect(6, 3).center());
   EXPECT_STREQ(value(6), "Fijo");
+  auto* choices = qobject_cast<QComboBox*>(startEdit(3, 3));
+  ASSERT_NE(choices, nullptr);
+  EXPECT_EQ(std::tuple(choices->isEditable(), entries(choices), choices->currentText()),
+            std::tuple(false, QStringList{"Liso", "Rugoso"}, QString("Liso")));
+  QTest::keyClick(choices, Qt::Key_Down);
+  settle();
+  EXPECT_EQ(choices->currentText() + " " + value(3), "Rugoso Liso");  // shown, not yet stored
+  QTest::keyClick(choices, Qt::Key_Return);
+  settle();
+  EXPECT_STREQ(value(3), "Rugoso");
+  EXPECT_EQ(openEditor(), nullptr);
+  grid()->setCurrentIndex(grid()->cellIndex(3, 3));
+  QTest::keyClick(grid(), Qt::Key_Down, Qt::AltModifier);
+  choices = qobject_cast<QComboBox*>(openEditor());
+  ASSERT_NE(choices, nullptr);
+  EXPECT_TRUE(choices->view()->isVisible());
+  choices->setCurrentIndex(0);
+  emit choices->activated(0);
+  settle();
+  EXPECT_STREQ(value(3), "Liso");
+  EXPECT_FALSE(grid()->model()->setData(grid()->cellIndex(3, 3), "Pulido", Qt::EditRole));
+  EXPECT_FALSE(logic.ended());
   EXPECT_NE(startEdit(6, 3), nullptr);  // no longer a reference
 }
 
@@ -355,45 +374,6 @@ TEST_F(GridTest, KeysEndAnInPlaceEditAsTheySay) {
   EXPECT_FALSE(logic.ended());
 }
 
-// The arrows move through a drop-down's choices without committing; Enter commits; Alt+Down opens
-// the list, and a choice picked from it commits at once. Nothing else gets in.
-TEST_F(GridTest, ADropDownCellTakesOnlyItsChoices) {
-  auto* choices = qobject_cast<QComboBox*>(startEdit(3, 3));
-  ASSERT_NE(choices, nullptr);
-  EXPECT_EQ(std::tuple(choices->isEditable(), entries(choices), choices->currentText()),
-            std::tuple(false, QStringList{"Liso", "Rugoso"}, QString("Liso")));
-  QTest::keyClick(choices, Qt::Key_Down);
-  settle();
-  EXPECT_EQ(choices->currentText() + " " + value(3), "Rugoso Liso");  // shown, not yet stored
-  QTest::keyClick(choices, Qt::Key_Return);
-  settle();
-  EXPECT_STREQ(value(3), "Rugoso");
-  EXPECT_EQ(openEditor(), nullptr);
-  grid()->setCurrentIndex(grid()->cellIndex(3, 3));
-  QTest::keyClick(grid(), Qt::Key_Down, Qt::AltModifier);
-  choices = qobject_cast<QComboBox*>(openEditor());
-  ASSERT_NE(choices, nullptr);
-  EXPECT_TRUE(choices->view()->isVisible());
-  choices->setCurrentIndex(0);
-  emit choices->activated(0);
-  settle();
-  EXPECT_STREQ(value(3), "Liso");
-  EXPECT_FALSE(grid()->model()->setData(grid()->cellIndex(3, 3), "Pulido", Qt::EditRole));
-  EXPECT_FALSE(logic.ended());
-}
 
-// The header is drawn in the grey the grid gives it; columns fit their texts and the last fills the rest.
-TEST_F(GridTest, TheHeaderIsGreyAndTheColumnsFillTheWidth) {
-  QHeaderView* header = grid()->horizontalHeader();
-  const QImage shot = header->grab().toImage();
-  const QPoint pastTheTitle(header->sectionViewportPosition(3) + header->sectionSize(3) * 3 / 4, header->height() / 2);
-  const QColor drawn = shot.pixelColor(pastTheTitle * shot.devicePixelRatio());
-  for (int channel : {drawn.red(), drawn.green(), drawn.blue()}) EXPECT_NEAR(channel, 160, 12);
-  for (int extra : {0, 200}) {
-    view.resize(view.width() + extra, view.height());
-    settle();
-    EXPECT_NEAR(header->length(), grid()->viewport()->width(), header->count());
-  }
-}
 
 }  // namespace
