@@ -132,8 +132,6 @@ inline QStringList entries(const QComboBox* combo) {
   return texts;
 }
 
-inline std::u16string u(const char* utf8) { return QString::fromUtf8(utf8).toStdU16String(); }
-
 }  // namespace orvane::test
 
 #endif
