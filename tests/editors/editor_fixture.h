@@ -28,6 +28,13 @@ class EditorTest : public ::testing::Test {
   ScriptedServices services;
 };
 
+// `dialog` set up as the services set a dialog up before showing it.
+template <class D>
+D started(D dialog) {
+  dialog.start();
+  return dialog;
+}
+
 template <std::size_t N>
 void setText(char (&field)[N], const char* text) {
   std::strncpy(field, text, N - 1);

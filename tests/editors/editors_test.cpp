@@ -37,8 +37,8 @@ void ready(CPropertyDataDlg& d) { d.defaultValueText = u"1"; }  // a new propert
 struct ListRules {
   int nameColumn;
   bool sorted, asks, insertClears;  // kept sorted by name; Delete asks first; Insert leaves no row current
-  const char16_t *empty, *clash;    // the refusals of no name and of a sibling's name in other case
   bool editorKnowsSiblings;         // the item editor refuses a sibling's name itself, for new items too
+  const char16_t *empty, *clash;    // the refusals of no name and of a sibling's name in other case
 };
 
 // On rows "B", "D", "F": Delete without a current row does nothing. Insert refuses no name (and a
@@ -102,28 +102,27 @@ TEST_F(EditorTest, ListsInsertEditAndDeleteThroughTheirNestedEditorsAndValueList
   const std::vector qsets{makeQuantitySet("B"), makeQuantitySet("D"), makeQuantitySet("F")};
   listOperations(services, CPropertiesSetDlg(services, {makeSet("B"), makeSet("D"), makeSet("F")}, {}),
                  &CPropertiesSetDlg::sets, &CPropertiesOfSetDlg::nameText,
-                 {0, true, true, false, u"Debe dar un nombre al conjunto", u"Ya existe un conjunto con ese nombre",
-                  true});
+                 {0, true, true, false, true, u"Debe dar un nombre al conjunto",
+                  u"Ya existe un conjunto con ese nombre"});
   listOperations(services, CPropertiesSetDlg(services, qsets, {}, {}), &CPropertiesSetDlg::sets,
                  &CQuantitiesOfSetDlg::nameText,
-                 {0, true, true, false, invalid, u"Conjunto de Propiedades existe en la lista", true});
+                 {0, true, true, false, true, invalid, u"Conjunto de Propiedades existe en la lista"});
   listOperations(services, CListEnumsDlg(services, {makeEnum("B", {{1, "x"}}), makeEnum("D", {}), makeEnum("F", {})}),
-                 &CListEnumsDlg::types, &CListValuesDlg::nameText, {0, true, true, true, invalid, nullptr, false});
+                 &CListEnumsDlg::types, &CListValuesDlg::nameText, {0, true, true, true, false, invalid, nullptr});
   listOperations(services, CListValuesDlg(services, makeEnum("T", {{1, "B"}, {2, "D"}, {3, "F"}}), true),
                  &CListValuesDlg::values, &CValueEnumDlg::valueText,
-                 {1, false, true, true, u"La descripción no puede estar vacía", u"Elemento repetido", false});
+                 {1, false, true, true, false, u"La descripción no puede estar vacía", u"Elemento repetido"});
   listOperations(services, CPropertiesOfSetDlg(services, kEditItem, properties, {}, nullptr, nullptr),
                  &CPropertiesOfSetDlg::properties, &CPropertyDataDlg::nameText,
-                 {0, false, false, false, u"Debe dar un nombre a la propiedad",
-                  u"Ya existe una propiedad con ese nombre", true});
+                 {0, false, false, false, true, u"Debe dar un nombre a la propiedad",
+                  u"Ya existe una propiedad con ese nombre"});
   listOperations(services, CQuantitiesOfSetDlg(services, kEditItem, quantities, nullptr, {}, {}),
                  &CQuantitiesOfSetDlg::quantities, &CQuantityDataDlg::nameText,
-                 {0, false, false, false, invalid, u"Propiedad existente en la lista", true});
+                 {0, false, false, false, true, invalid, u"Propiedad existente en la lista"});
   // A value list needs a value and, when a value is being picked, a row that holds one; a new value
   // may not take another's code; a value's text is kept as UTF-8.
   services.messages.clear();
-  CListValuesDlg picker(services, makeEnum("Colores", {}), false);
-  picker.start();
+  auto picker = started(CListValuesDlg(services, makeEnum("Colores", {}), false));
   picker.ok();
   picker.type.elements.resize(1);
   services.expectDialog<CValueEnumDlg>([](CValueEnumDlg& d) { d.valueText = u"Azul"; d.ok(); });
@@ -133,8 +132,7 @@ TEST_F(EditorTest, ListsInsertEditAndDeleteThroughTheirNestedEditorsAndValueList
   EXPECT_FALSE(picker.ended());
   EXPECT_EQ(services.messages, (Texts{u"Debe de existir al menos un elemento", u"Elemento repetido",
                                       u"Debe seleccionar un elemento"}));
-  CValueEnumDlg value(services, CIfcNodoEnum());
-  value.start();
+  auto value = started(CValueEnumDlg(services, CIfcNodoEnum()));
   value.valueText = u"Año";
   value.ok();
   EXPECT_STREQ(value.value.text, "A\xC3\xB1o");
@@ -153,8 +151,7 @@ TEST_F(EditorTest, PropertyDataStoresTheDefaultByTypeAndEditsValueListsInTheirOw
         {PropertyString, u"", nullptr, false, "", 0}, {PropertyBoolean, u"", nullptr, false, "", 1}}) {  // ticked
     SCOPED_TRACE(type);
     services.messages.clear();
-    CPropertyDataDlg dlg(services, kNewItem, makeProperty("Nueva"), {}, nullptr, nullptr);
-    dlg.start();
+    auto dlg = started(CPropertyDataDlg(services, kNewItem, makeProperty("Nueva"), {}, nullptr, nullptr));
     dlg.changeType(type);
     dlg.defaultValueText = value;
     dlg.optionalChecked = optional;
@@ -168,8 +165,7 @@ TEST_F(EditorTest, PropertyDataStoresTheDefaultByTypeAndEditsValueListsInTheirOw
   }
   CIfcPropertyName p = makeProperty("Color", PropertyEnumerated, "Rojo", "Otra");
   p.unit = 4;
-  CPropertyDataDlg dlg(services, kEditItem, p, {makeEnum("Colores", {{1, "Rojo"}})}, nullptr, nullptr);
-  dlg.start();
+  auto dlg = started(CPropertyDataDlg(services, kEditItem, p, {makeEnum("Colores", {{1, "Rojo"}})}, nullptr, nullptr));
   EXPECT_EQ(dlg.units.entries.at(dlg.units.selected), u"ºC");  // the unit table is ANSI text
   services.expectDialog<CListValuesDlg>([](CListValuesDlg& d) { d.cancel(); });
   dlg.chooseValueList(0);
@@ -196,15 +192,13 @@ TEST_F(EditorTest, TheValueChooserOpensOnAReferencesNamesAndMakesOnlyReferencesT
                                               {"Muro.Alto$", kHostVariable, 0, 0},  // unknown: the first ones
                                               {"Eje.PK", kLiteralText, 0, 0}, {"", kLiteralText, -1, -1}}) {
     SCOPED_TRACE(value);
-    CPropiedadesObjetosValorIFCDlg dlg(services, value, catalogue);
-    dlg.start();
+    auto dlg = started(CPropiedadesObjetosValorIFCDlg(services, value, catalogue));
     const bool namesEnabled = dlg.groups.enabled && dlg.variables.enabled && !dlg.valueTextEnabled;
     EXPECT_EQ(std::tuple(dlg.mode, dlg.valueText, dlg.groups.selected, dlg.variables.selected, namesEnabled),
               std::tuple(mode, fromUtf8(value), group, variable, mode == kHostVariable));
   }
   for (const CConjuntoVariableZep& source : {catalogue, CConjuntoVariableZep()}) {
-    CPropiedadesObjetosValorIFCDlg dlg(services, "Eje.PK$", source);
-    dlg.start();
+    auto dlg = started(CPropiedadesObjetosValorIFCDlg(services, "Eje.PK$", source));
     dlg.chooseVariable(-1);
     dlg.ok();  // no variable
     dlg.chooseGroup(1);
@@ -226,13 +220,11 @@ TEST_F(EditorTest, ASetsRowsShowItsPropertiesAndValueListsChangedBelowComeBackUp
   ref.unit = 4;
   const CIfcPropertySet muros = makeSet("Muros", {makeProperty("Portante", PropertyBoolean, "", "", 2), ref,
                                                   makeProperty("Color", PropertyEnumerated, "Rojo", "Colores")});
-  CPropertiesOfSetDlg rows(services, kEditItem, muros, {}, nullptr, nullptr);
-  rows.start();
+  auto rows = started(CPropertiesOfSetDlg(services, kEditItem, muros, {}, nullptr, nullptr));
   EXPECT_EQ(rows.properties.rows, (std::vector<Texts>{{u"Portante", u"", u"Booleano", u"", u"false", u"No", u""},
                                                       {u"Alto", u"", u"Entero", u"", u"$ALTO", u"Sí", u"ºC"},
                                                       {u"Color", u"", u"Enumerado", u"Colores", u"Rojo", u"No", u""}}));
-  CPropertiesSetDlg dlg(services, {makeSet("Muros")}, {makeEnum("Colores", {{1, "Rojo"}})});
-  dlg.start();
+  auto dlg = started(CPropertiesSetDlg(services, {makeSet("Muros")}, {makeEnum("Colores", {{1, "Rojo"}})}));
   services.expectDialog<CPropertiesOfSetDlg>([this](CPropertiesOfSetDlg& set) {
     set.nameText = u"Carpintería";
     services.expectDialog<CListEnumsDlg>([](CListEnumsDlg& d) {
@@ -316,8 +308,8 @@ TEST_F(EditorTest, CsvLinesBecomeSetsOfRealOrTextPropertiesAndSaveAsRecordsAHund
 // order; sets with nothing exported, or already assigned, are refused.
 TEST_F(EditorTest, QuantitySetsKeepTheirKindsAndAssignedQuantitiesTakeTheHostsValuesOnAxesAndSurfaces) {
   const auto kinds = namedRecords<CIfcType>({"IfcLengthMeasure", "IfcAreaMeasure"});
-  CPropertiesSetDlg dlg(services, {makeQuantitySet("Muros")}, kinds, namedRecords<CIfcObject>({"Eje", "Superficie"}));
-  dlg.start();
+  auto dlg = started(CPropertiesSetDlg(services, {makeQuantitySet("Muros")}, kinds,
+                                       namedRecords<CIfcObject>({"Eje", "Superficie"})));
   services.expectDialog<CQuantitiesOfSetDlg>([this](CQuantitiesOfSetDlg& set) {
     set.nameText = u"Ejes";
     set.linkedElement.selected = 0;
@@ -330,13 +322,11 @@ TEST_F(EditorTest, QuantitySetsKeepTheirKindsAndAssignedQuantitiesTakeTheHostsVa
   EXPECT_EQ(dlg.quantitySets[0].quantities.at(0).measureType, AreaMeasure);
   CIfcQuantitySet linked = makeQuantitySet("S", {makeQuantity("Rara", 3, 0, false)});
   setText(linked.typeZep, "Viejo");
-  CQuantitiesOfSetDlg set(services, kEditItem, linked, nullptr, kinds, {});
-  set.start();
+  auto set = started(CQuantitiesOfSetDlg(services, kEditItem, linked, nullptr, kinds, {}));
   EXPECT_EQ(set.quantities.rows[0], (Texts{u"Rara", u"", u"", u"No"}));
   set.ok();
   EXPECT_STREQ(set.set.typeZep, "");
-  CQuantityDataDlg outside(services, kEditItem, makeQuantity("Q", 7), nullptr, kinds);
-  outside.start();
+  auto outside = started(CQuantityDataDlg(services, kEditItem, makeQuantity("Q", 7), nullptr, kinds));
   EXPECT_EQ(outside.kinds.selected, -1);
   outside.ok();
   EXPECT_EQ(outside.quantity.measureType, 7);
@@ -352,9 +342,9 @@ TEST_F(EditorTest, QuantitySetsKeepTheirKindsAndAssignedQuantitiesTakeTheHostsVa
                                        {"Eje", 1, Texts{u"Valor", u"10.000", u"3.000", u"4.250"}},
                                        {"Otro", 4, Texts{u"Valor", u"1.000", u"3.000", u"4.250"}}}) {
     SCOPED_TRACE(kind);
-    CCuantificadoresObjetosIFCDlg assign(services, definitions, {}, kind, values, count, namedRecords<CIfcType>({"T"}),
-                                         namedRecords<CIfcObject>({"O"}));
-    assign.start();
+    auto assign = started(CCuantificadoresObjetosIFCDlg(services, definitions, {}, kind, values, count,
+                                                        namedRecords<CIfcType>({"T"}),
+                                                        namedRecords<CIfcObject>({"O"})));
     for (int row : {0, 1, 1}) {
       services.expectDialog<CPropertiesSetDlg>([row](CPropertiesSetDlg& list) {
         EXPECT_EQ(list.types.size() + list.objects.size(), 2u);
@@ -380,8 +370,7 @@ TEST_F(EditorTest, QuantitySetsKeepTheirKindsAndAssignedQuantitiesTakeTheHostsVa
 TEST_F(EditorTest, PropertyAssignmentGridShowsEditsAndChoosesEachTypeAndInsertsAChosenSetOnce) {
   const std::vector definitions{makeSet("Losas"), makeSet("Muros", {makeProperty("Altura")})};
   const std::vector enums{makeEnum("Acabados", {{1, "Viejo"}}), makeEnum("ACABADOS", {{1, "Liso"}, {2, "Rugoso"}})};
-  CPropiedadesObjetosIFCDlg dlg(services, definitions, enums, {wallValues()});
-  dlg.start();
+  auto dlg = started(CPropiedadesObjetosIFCDlg(services, definitions, enums, {wallValues()}));
   dlg.chooseSet(0);
   EXPECT_EQ(dlg.grid.defaultBackground, kLightYellow);
   EXPECT_EQ(column(dlg.grid, 2),
@@ -405,8 +394,7 @@ TEST_F(EditorTest, PropertyAssignmentGridShowsEditsAndChoosesEachTypeAndInsertsA
   });
   for (auto [row, col] : {std::pair{2, 3}, {0, 3}, {3, 0}}) dlg.doubleClick(row, col);
   EXPECT_STREQ(p[1].textValue, "2.500");
-  CPropiedadesObjetosIFCDlg list(services, definitions, enums, {makeSet("losas")});
-  list.start();
+  auto list = started(CPropiedadesObjetosIFCDlg(services, definitions, enums, {makeSet("losas")}));
   list.chooseSet(0);
   services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& sets) { sets.selectRow(0); sets.ok(); });
   list.insert();

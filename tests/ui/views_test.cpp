@@ -489,10 +489,10 @@ TEST_F(UiTest, MessageBoxesAndFilePickersShowWhatTheyAreGivenAndGiveTheChoice) {
       {{u"CSV Files (*.csv)", u"*.csv"}, {u"All Files (*.*)", u"*.*"}}, u"csv", true, folder.toStdU16String()};
   whenDialogOpens<QFileDialog>([&](QFileDialog& picker) {
     // "*.*" means every file, as it does on Windows, names without a dot included.
-    const QStringList offered{entries(picker.findChild<QComboBox*>("fileTypeCombo")).join(", "),
-                              picker.nameFilters().join(", "), picker.directory().absolutePath(), picker.defaultSuffix()};
-    EXPECT_EQ(offered, (QStringList{"CSV Files (*.csv), All Files (*.*)",
-                                    "CSV Files (*.csv) (*.csv), All Files (*.*) (*)", folder, "csv"}));
+    const QStringList offers{entries(picker.findChild<QComboBox*>("fileTypeCombo")).join(", "),
+                             picker.nameFilters().join(", "), picker.directory().absolutePath(), picker.defaultSuffix()};
+    EXPECT_EQ(offers, (QStringList{"CSV Files (*.csv), All Files (*.*)",
+                                   "CSV Files (*.csv) (*.csv), All Files (*.*) (*)", folder, "csv"}));
     EXPECT_EQ(std::pair(picker.fileMode(), picker.acceptMode()),
               std::pair(QFileDialog::ExistingFile, QFileDialog::AcceptOpen));
     picker.selectFile(path);
