@@ -1,6 +1,5 @@
 // The editor entry points as a host calls them, through liborvane.so on a copy of the sample
 // project: the real dialogs open on Qt's offscreen platform and are driven by their object names.
-#include <QTableView>
 #include <filesystem>
 
 #include "offscreen.h"
@@ -17,8 +16,7 @@ class EntryPointEndToEnd : public OffscreenTest {
  protected:
   void SetUp() override {
     OffscreenTest::SetUp();
-    for (const char* name :
-         {"proyecto-psets.xml", "objeto-psets.xml", "proyecto-qsets.xml", "mensajes.txt", "variables.txt"})
+    for (const char* name : {"proyecto-psets.xml", "proyecto-qsets.xml", "mensajes.txt", "variables.txt"})
       fs::copy_file(fs::path(ORVANE_SAMPLES_DIR) / name, dir.path() / name);
   }
   std::string file(const char* name) const { return dir.file(name); }
@@ -68,22 +66,6 @@ TEST_F(EntryPointEndToEnd, TheTestEntriesWorkOnTheUsersCopyOfTheSamples) {
   fijaRutaMensajes(nullptr);
   qunsetenv("ORVANE_SAMPLES");
   qunsetenv("XDG_DATA_HOME");
-}
-
-// Enter in the value grid moves down a row; it never presses OK, so no document is written.
-TEST_F(EntryPointEndToEnd, EnterInTheValueGridWritesNoFile) {
-  const std::string object = file("objeto-psets.xml"), before = readBytes(object);
-  whenModalOpens("orvane::PropertyAssignView", [](QWidget& editor) {
-    QApplication::setActiveWindow(&editor);
-    child<QWidget>(editor, "sets")->setFocus();
-    QTest::keyClick(child<QWidget>(editor, "sets"), Qt::Key_End);  // the object's last set fills the grid
-    for (int i = 0; i < 3; ++i) QTest::keyClick(child<QTableView>(editor, "grid"), Qt::Key_Return);
-    EXPECT_EQ(QApplication::activeModalWidget(), &editor);  // left open, so cancelled
-  });
-  ASSERT_TRUE(
-      asignarPropiedades(file("proyecto-psets.xml").c_str(), object.c_str(), file("mensajes.txt").c_str(), nullptr));
-  EXPECT_EQ(std::tuple(readBytes(object), fs::exists(object + ".bak"), fs::exists(file("proyecto-psets.xml") + ".bak")),
-            std::tuple(before, false, false));
 }
 
 }  // namespace

@@ -41,8 +41,8 @@ TEST_F(SetListView, ShowsTheSetsAndTheMouseEditsImportsAndChoosesTheRowsToSave) 
   const char* longText = "Propiedades comunes de los muros de carga y de cerramiento";
   setText(logic.propertySets[1].description, longText);
   TempDir dir;
-  writeBytes(dir.file("importar.csv"), "Puertas;Ancho;Ancho de paso;Real;0.9\n");
-  services.pickedFiles = {QString::fromStdString(dir.file("importar.csv")).toStdU16String()};
+  const std::string csv = dir.write("importar.csv", "Puertas;Ancho;Ancho de paso;Real;0.9\n");
+  services.pickedFiles = {QString::fromStdString(csv).toStdU16String()};
   open(view, logic);
   EXPECT_EQ(look(view, "sets"), std::string("Nombre,Descripción: Losas,; Muros,") + longText + "; Ventanas,");
   const QFontMetrics text(sets()->font());
@@ -509,11 +509,10 @@ TEST_F(UiTest, OffscreenTheModelsMessagesGoWhereTheyWentBefore) {
   EXPECT_TRUE(platformShowsWindows("xcb"));
   for (const char* headless : {"offscreen", "minimal", "minimalegl", ""})
     EXPECT_FALSE(platformShowsWindows(headless)) << headless;
-  EXPECT_FALSE(canShowMessageBoxes());
+  ASSERT_FALSE(canShowMessageBoxes());  // else the box below would wait for ever
   MessageRecorder recorder;
   const MessageSink previous = useMessageBoxes();
   showMessage("Error lectura XML. CIfcPropertySet");
-  EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
   EXPECT_EQ(recorder.messages(), std::vector<std::string>{"Error lectura XML. CIfcPropertySet"});
   setMessageSink(previous);
   showMessage("Error lectura XML. CIfcEnum");
