@@ -45,16 +45,13 @@ TEST_F(EntryPointEndToEnd, ASetAddedThroughTheDialogsIsSavedWithABackup) {
 // The test entries open the user's own copy of the installed samples, made on first use and kept
 // afterwards. The quantity editors take no message file: they show the one the host gave first.
 TEST_F(EntryPointEndToEnd, TheTestEntriesWorkOnTheUsersCopyOfTheSamples) {
-  const fs::path installed = dir.path() / "installed", copy = dir.path() / "home" / "orvane" / "samples";
-  fs::create_directories(installed);
-  for (const char* name : {"proyecto-psets.xml", "proyecto-qsets.xml", "mensajes.txt"})
-    fs::copy_file(file(name), installed / name);
-  qputenv("ORVANE_SAMPLES", installed.string().c_str());
+  const fs::path copy = dir.path() / "home" / "orvane" / "samples";
+  qputenv("ORVANE_SAMPLES", dir.path().string().c_str());  // the test's copies are the installed samples
   qputenv("XDG_DATA_HOME", (dir.path() / "home").string().c_str());
   whenModalOpens("orvane::PropertiesSetView", [](QWidget& list) { click(list, "cancelButton"); });
   prueba();
   for (const char* name : {"proyecto-psets.xml", "proyecto-qsets.xml", "mensajes.txt"})
-    EXPECT_EQ(readBytes((copy / name).string()), readBytes((installed / name).string())) << name;
+    EXPECT_EQ(readBytes((copy / name).string()), readBytes(file(name))) << name;
   fs::resize_file(copy / "mensajes.txt", 0);  // the user's own change, which the next entry keeps
   fijaRutaMensajes(file("mensajes.txt").c_str());
   QString insert;
