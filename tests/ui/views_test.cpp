@@ -490,7 +490,8 @@ TEST_F(UiTest, MessageBoxesAndFilePickersShowWhatTheyAreGivenAndGiveTheChoice) {
   whenDialogOpens<QFileDialog>([&](QFileDialog& picker) {
     // "*.*" means every file, as it does on Windows, names without a dot included.
     const QStringList offers{entries(picker.findChild<QComboBox*>("fileTypeCombo")).join(", "),
-                             picker.nameFilters().join(", "), picker.directory().absolutePath(), picker.defaultSuffix()};
+                             picker.nameFilters().join(", "), picker.directory().absolutePath(),
+                             picker.defaultSuffix()};
     EXPECT_EQ(offers, (QStringList{"CSV Files (*.csv), All Files (*.*)",
                                    "CSV Files (*.csv) (*.csv), All Files (*.*) (*)", folder, "csv"}));
     EXPECT_EQ(std::pair(picker.fileMode(), picker.acceptMode()),
