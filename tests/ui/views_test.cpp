@@ -115,28 +115,18 @@ TEST_F(SetListView, KeysActOnTheRowReachedAndLeaveTheDialogOpen) {
   }
 }
 
-// The last variable of each line keeps its line feed, so the lines end with a spare one.
-CConjuntoVariableZep catalogue(const char* text) {
-  CConjuntoVariableZep variables;
-  std::FILE* file = fmemopen(const_cast<char*>(text), std::strlen(text), "r");
-  variables.leeFichero(file);
-  std::fclose(file);
-  return variables;
-}
-
-class PropertyDataViewTest : public UiTest {
- protected:
-  CIfcPropertySet owner = makeSet("Muros", {makeProperty("Altura", PropertyReal)});
-  std::vector<CIfcEnum> enums{makeEnum("Acabados", {{1, "Liso"}}), makeEnum("Colores", {{1, "Rojo"}, {2, "Azul"}})};
-  const CConjuntoVariableZep variables = catalogue("Eje;PK,Cota,Pendiente\n");
-  CPropertyDataDlg logic{services, kNewItem, makeProperty(""), enums, &owner, &variables};
-  PropertyDataView view{logic};
-};
-
 // The controls follow the type. A value list chosen opens it, on the value clicked; "..." opens the
 // value chooser on the reference typed, where an assistive technology's toggle leaves only the literal
 // and the mouse brings the names back; what is typed and chosen reaches the record.
-TEST_F(PropertyDataViewTest, TheControlsFollowTheTypeTheChoosersOpenFromThemAndWhatWasTypedReachesTheRecord) {
+TEST_F(UiTest, PropertyEditorControlsFollowTheTypeTheChoosersOpenAndWhatWasTypedReachesTheRecord) {
+  const CIfcPropertySet owner = makeSet("Muros", {makeProperty("Altura", PropertyReal)});
+  CConjuntoVariableZep variables;
+  variables.groups = namedRecords<CZepGrupo>({"Eje"});
+  variables.groups[0].variables = namedRecords<CZepVariable>({"PK", "Cota"});
+  CPropertyDataDlg logic(services, kNewItem, makeProperty(""),
+                         {makeEnum("Acabados", {{1, "Liso"}}), makeEnum("Colores", {{1, "Rojo"}, {2, "Azul"}})}, &owner,
+                         &variables);
+  PropertyDataView view(logic);
   open(view, logic);
   EXPECT_EQ(look(view, "setNameDisplay typeCombo unitCombo"), "Muros | Texto | ");
   EXPECT_EQ(child<QComboBox>(view, "unitCombo")->count(), kUnitCount);
