@@ -469,8 +469,12 @@ class EntryPoints : public EditorTest {
 
 // Unreadable definitions show nothing (a dialog opened without a script fails); a missing document starts
 // empty (a quantity file as a list of property sets) and leaves no backup of nothing.
-TEST_F(EntryPoints, OkWritesTheDocumentsCancelNothingAndMissingOnesStartEmpty) {
-  const double values[] = {1.0};
+// "Guardar como..." writes the first sets of the list (as many as rows were selected) with the
+// types and relations to a picked file, then shows the list again; without a row it only says so.
+// Assigning writes the sets chosen with their values; both property documents get the editor's
+// enumerated types, and the relations stay as read.
+TEST_F(EntryPoints, OkWritesTheDocumentsCancelNothingMissingOnesStartEmptyAndSaveAsWritesTheFirstSets) {
+  const double values[] = {12.5, 3.0};
   const char* obj = object.c_str();
   EXPECT_FALSE(assignPropertySets(services, dir.file("none.xml").c_str(), obj, kMessages, nullptr));
   EXPECT_FALSE(assignQuantitySets(services, dir.file("none.xml").c_str(), obj, "Eje", nullptr, 0));
@@ -500,13 +504,7 @@ TEST_F(EntryPoints, OkWritesTheDocumentsCancelNothingAndMissingOnesStartEmpty) {
   });
   editPropertySets(services, dir.file("p.xml").c_str(), kMessages, catalog().c_str());
   EXPECT_EQ(dir.names(), (std::set<std::string>{"defs.xml", "defs.xml.bak", "p.xml", "q.xml", "variables.txt"}));
-}
 
-// "Guardar como..." writes the first sets of the list (as many as rows were selected) with the
-// types and relations to a picked file, then shows the list again; without a row it only says so.
-// Assigning writes the sets chosen with their values; both property documents get the editor's
-// enumerated types, and the relations stay as read.
-TEST_F(EntryPoints, SaveAsWritesTheFirstSetsAndAssigningTheSetsChosenWithTheirValues) {
   const std::string path = psets(), copy = dir.file("copia.xml");
   services.pickedFiles = {fromUtf8(copy), std::nullopt};
   services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) { list.saveAs({2}); });
@@ -521,7 +519,8 @@ TEST_F(EntryPoints, SaveAsWritesTheFirstSetsAndAssigningTheSetsChosenWithTheirVa
   EXPECT_EQ(outlineOf<CIfcProyectPSet>(copy), (Outline{"type Colores: 1 Rojo,", "set A: Alto,", "relation A IfcWall"}));
   EXPECT_EQ(outlineOf<CIfcProyectPSet>(path),  // OK after a save-as writes the whole list
             (Outline{"type Colores: 1 Rojo,", "set A: Alto,", "set B: Alto,", "set C: Alto,", "relation A IfcWall"}));
-  EXPECT_EQ(dir.names(), (std::set<std::string>{"copia.xml", "defs.xml", "defs.xml.bak"}));
+  EXPECT_EQ(dir.names(),
+            (std::set<std::string>{"copia.xml", "defs.xml", "defs.xml.bak", "p.xml", "q.xml", "variables.txt"}));
 
   services.expectDialog<CPropiedadesObjetosIFCDlg>([this](CPropiedadesObjetosIFCDlg& editor) {
     services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) { list.selectRow(1); list.ok(); });
@@ -534,16 +533,15 @@ TEST_F(EntryPoints, SaveAsWritesTheFirstSetsAndAssigningTheSetsChosenWithTheirVa
   EXPECT_EQ(outlineOf<CIfcProyectPSet>(path), (Outline{"type Colores: 1 Rojo,", "type Nuevo: 1 x,", "set A: Alto,",
                                                        "set B: Alto,", "set C: Alto,", "relation A IfcWall"}));
   EXPECT_EQ(outlineOf<CIfcProyectPSet>(object), (Outline{"type Colores: 1 Rojo,", "type Nuevo: 1 x,", "set B: Alto,"}));
-  const double values[] = {12.5, 3.0};
   services.expectDialog<CCuantificadoresObjetosIFCDlg>([this](CCuantificadoresObjetosIFCDlg& editor) {
     EXPECT_STREQ(editor.objectKind, "Superficie");
     services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& list) { list.selectRow(0); list.ok(); });
     editor.insert();
     editor.ok();
   });
-  assignQuantitySets(services, qsets().c_str(), dir.file("q.xml").c_str(), "Superficie", values, 2);
+  assignQuantitySets(services, qsets().c_str(), dir.file("objq.xml").c_str(), "Superficie", values, 2);
   CIfcProyectQSet quantities;
-  ASSERT_EQ(quantities.lee(dir.file("q.xml").c_str()), 1);
+  ASSERT_EQ(quantities.lee(dir.file("objq.xml").c_str()), 1);
   EXPECT_EQ(outline(quantities), Outline{"set M: Area, Alto,"});
   EXPECT_DOUBLE_EQ(quantities.quantitySets[0].quantities.at(1).value, 3.0);
 }
