@@ -281,9 +281,8 @@ class GridTest : public UiTest {
     return nullptr;
   }
 
-  const std::vector<CIfcPropertySet> definitions{wallValues()};
-  const std::vector<CIfcEnum> enums{makeEnum("Acabados", {{1, "Liso"}, {2, "Rugoso"}})};
-  CPropiedadesObjetosIFCDlg logic{services, definitions, enums, {wallValues()}};
+  CPropiedadesObjetosIFCDlg logic{services, {wallValues()}, {makeEnum("Acabados", {{1, "Liso"}, {2, "Rugoso"}})},
+                                  {wallValues()}};
   PropertyAssignView view{logic};
 };
 
