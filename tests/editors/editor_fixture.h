@@ -28,6 +28,13 @@ class EditorTest : public ::testing::Test {
   ScriptedServices services;
 };
 
+// `dialog` set up as the services set a dialog up before showing it.
+template <class D>
+D started(D dialog) {
+  dialog.start();
+  return dialog;
+}
+
 template <std::size_t N>
 void setText(char (&field)[N], const char* text) {
   std::strncpy(field, text, N - 1);
@@ -46,11 +53,16 @@ inline Texts column(const GridModel& grid, int c) {
   return out;
 }
 
-inline CIfcPropertyName makeProperty(const char* name, int32_t type = PropertyString, const char* text = "") {
+// `number` is the value of a Real property, else its integer value (a Boolean's tick).
+inline CIfcPropertyName makeProperty(const char* name, int32_t type = PropertyString, const char* text = "",
+                                     const char* enumName = "", double number = 0) {
   CIfcPropertyName p;
   setText(p.name, name);
   p.valueType = type;
   setText(p.textValue, text);
+  setText(p.enumName, enumName);
+  if (type == PropertyReal) p.realValue = number;
+  else p.intValue = static_cast<int32_t>(number);
   return p;
 }
 
@@ -59,6 +71,18 @@ inline CIfcPropertySet makeSet(const char* name, std::vector<CIfcPropertyName> p
   setText(set.name, name);
   set.properties = std::move(properties);
   return set;
+}
+
+// A wall's values of every type for the assignment grids: its value list named in other case, one
+// naming no type, a reference with a line feed, an Integer whose text is a reference.
+inline CIfcPropertySet wallValues() {
+  return makeSet("Muros", {makeProperty("Huecos", PropertyInteger, "", "", 7),
+                           makeProperty("Altura", PropertyReal, "", "", 1),
+                           makeProperty("Acabado", PropertyEnumerated, "Liso", "acabados"),
+                           makeProperty("Portante", PropertyBoolean), makeProperty("Fecha", PropertyDateTime, "2026"),
+                           makeProperty("Eje", PropertyString, "Eje.PK$\n"),
+                           makeProperty("Color", PropertyEnumerated, "Rojo", "SinTipo"),
+                           makeProperty("Alto", PropertyInteger, "Eje.Cota$")});
 }
 
 inline CIfcEnum makeEnum(const char* name, std::vector<std::pair<int, const char*>> values) {

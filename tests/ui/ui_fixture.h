@@ -63,12 +63,8 @@ class UiTest : public OffscreenTest {
   RecordingQtServices services;
 };
 
-inline QPoint rowCentre(const QTableWidget* list, int row) {
-  return list->visualRect(list->model()->index(row, 0)).center();
-}
-
 inline void clickRow(QTableWidget* list, int row, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-  QTest::mouseClick(list->viewport(), Qt::LeftButton, modifiers, rowCentre(list, row));
+  QTest::mouseClick(list->viewport(), Qt::LeftButton, modifiers, list->visualItemRect(list->item(row, 0)).center());
 }
 
 // QTest's double click is the second press alone; a person's is press, release, press, release.
@@ -80,7 +76,7 @@ inline void doubleClickAt(QWidget* widget, QPoint position, Qt::MouseButton butt
 }
 
 inline void doubleClickRow(QTableWidget* list, int row, Qt::MouseButton button = Qt::LeftButton) {
-  doubleClickAt(list->viewport(), rowCentre(list, row), button);
+  doubleClickAt(list->viewport(), list->visualItemRect(list->item(row, 0)).center(), button);
 }
 
 // What a user choosing entry `index` of a drop-down list does to it.
@@ -131,8 +127,6 @@ inline QStringList entries(const QComboBox* combo) {
   for (int i = 0; i < combo->count(); ++i) texts.append(combo->itemText(i));
   return texts;
 }
-
-inline std::u16string u(const char* utf8) { return QString::fromUtf8(utf8).toStdU16String(); }
 
 }  // namespace orvane::test
 

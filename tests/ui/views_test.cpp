@@ -1,14 +1,23 @@
-// The views. The dialogs' rules are the editors' own; a view adds the wiring of its lists, buttons,
-// edits and drop-downs to the dialog, and the keys of its lists. The assignment editors' value grid
-// adds in-place edits, drop-down cells limited to their choices, read-only cells, the header drawn
-// grey, columns that fill the width, and the current cell kept across the rebuild each edit causes.
+// The Qt layer. The dialogs' rules are the editors' own; a view adds the wiring of its lists,
+// buttons, edits and drop-downs to the dialog, and the keys of its lists. The assignment editors'
+// value grid adds in-place edits, drop-down cells limited to their choices, read-only cells, the
+// header drawn grey, columns that fill the width, and the current cell kept across the rebuild each
+// edit causes. Then the services on Qt: the view runModal opens for each dialog class, named
+// controls and mnemonics in every view, how a dialog ends, the real message boxes and file picker,
+// and where the model's messages go.
 #include <QAccessible>
 #include <QCheckBox>
+#include <QFileDialog>
 #include <QHeaderView>
 #include <QImage>
+#include <QMessageBox>
 #include <QRadioButton>
+#include <QRegularExpression>
 
+#include "support/message_recorder.h"
 #include "support/temp_dir.h"
+#include "ui/editor_session.h"
+#include "ui/message_box_sink.h"
 #include "ui_fixture.h"
 
 using namespace orvane;
@@ -32,8 +41,8 @@ TEST_F(SetListView, ShowsTheSetsAndTheMouseEditsImportsAndChoosesTheRowsToSave) 
   const char* longText = "Propiedades comunes de los muros de carga y de cerramiento";
   setText(logic.propertySets[1].description, longText);
   TempDir dir;
-  writeBytes(dir.file("importar.csv"), "Puertas;Ancho;Ancho de paso;Real;0.9\n");
-  services.pickedFiles = {u(dir.file("importar.csv").c_str())};
+  const std::string csv = dir.write("importar.csv", "Puertas;Ancho;Ancho de paso;Real;0.9\n");
+  services.pickedFiles = {QString::fromStdString(csv).toStdU16String()};
   open(view, logic);
   EXPECT_EQ(look(view, "sets"), std::string("Nombre,Descripción: Losas,; Muros,") + longText + "; Ventanas,");
   const QFontMetrics text(sets()->font());
@@ -80,7 +89,7 @@ TEST_F(SetListView, ShowsTheSetsAndTheMouseEditsImportsAndChoosesTheRowsToSave) 
 }
 
 // The keys of a list, on the first row reached with End then Home: Enter and F2 edit it, Insert
-// inserts, Delete asks first and leaves the same row selected; none ends the dialog, Tab leaves.
+// inserts, Delete (answered yes) leaves the same row selected; none ends the dialog, Tab leaves.
 TEST_F(SetListView, KeysActOnTheRowReachedAndLeaveTheDialogOpen) {
   services.answers = {true};
   open(view, logic);
@@ -104,40 +113,55 @@ TEST_F(SetListView, KeysActOnTheRowReachedAndLeaveTheDialogOpen) {
     QTest::keyClick(sets(), Qt::Key_Tab);
     EXPECT_NE(QApplication::focusWidget(), sets());
   }
-  EXPECT_EQ(services.questions.size(), 1u);
 }
 
-// The last variable of each line keeps its line feed, so the lines end with a spare one.
-CConjuntoVariableZep catalogue(const char* text) {
+// The controls follow the type. A value list chosen opens it, on the value clicked; "..." opens the
+// value chooser on the reference typed, where an assistive technology's toggle leaves only the literal
+// and the mouse brings the names back; what is typed and chosen reaches the record.
+TEST_F(UiTest, PropertyEditorControlsFollowTheTypeTheChoosersOpenAndWhatWasTypedReachesTheRecord) {
+  const CIfcPropertySet owner = makeSet("Muros", {makeProperty("Altura", PropertyReal)});
   CConjuntoVariableZep variables;
-  std::FILE* file = fmemopen(const_cast<char*>(text), std::strlen(text), "r");
-  variables.leeFichero(file);
-  std::fclose(file);
-  return variables;
-}
-
-class PropertyDataViewTest : public UiTest {
- protected:
-  CIfcPropertySet owner = makeSet("Muros", {makeProperty("Altura", PropertyReal)});
-  std::vector<CIfcEnum> enums{makeEnum("Acabados", {{1, "Liso"}}), makeEnum("Colores", {{1, "Rojo"}, {2, "Azul"}})};
-  const CConjuntoVariableZep variables = catalogue("Eje;PK,Cota,Pendiente\n");
-  CPropertyDataDlg logic{services, kNewItem, makeProperty(""), enums, &owner, &variables};
-  PropertyDataView view{logic};
-};
-
-TEST_F(PropertyDataViewTest, TheControlsFollowTheTypeAndWhatWasTypedReachesTheRecord) {
+  variables.groups = namedRecords<CZepGrupo>({"Eje"});
+  variables.groups[0].variables = namedRecords<CZepVariable>({"PK", "Cota"});
+  CPropertyDataDlg logic(services, kNewItem, makeProperty(""),
+                         {makeEnum("Acabados", {{1, "Liso"}}), makeEnum("Colores", {{1, "Rojo"}, {2, "Azul"}})}, &owner,
+                         &variables);
+  PropertyDataView view(logic);
   open(view, logic);
   EXPECT_EQ(look(view, "setNameDisplay typeCombo unitCombo"), "Muros | Texto | ");
   EXPECT_EQ(child<QComboBox>(view, "unitCombo")->count(), kUnitCount);
   EXPECT_EQ(entries(child<QComboBox>(view, "valueListCombo")), (QStringList{"Acabados", "Colores"}));
+  typeInto(view, "nameEdit", QString::fromUtf8("Espesor térmico"));
   const QString controls = "defaultValueEdit booleanCheck valueListCombo editValueListButton";
   choose(view, "typeCombo", PropertyBoolean);
   EXPECT_EQ(look(view, controls), "- | off | ! | &Editar...");
   choose(view, "typeCombo", PropertyEnumerated);
   EXPECT_EQ(look(view, controls), "! | - |  | &Editar...");
+  whenDialogOpens<ListValuesView>([](ListValuesView& values) {
+    EXPECT_EQ(look(values, "nameEdit"), "Colores");
+    clickRow(child<ReportList>(values, "values"), 1);
+    click(values, "okButton");
+  });
+  choose(view, "valueListCombo", 1);
+  EXPECT_EQ(look(view, "defaultValueEdit valueListCombo"), "!Azul | Colores");
   choose(view, "typeCombo", PropertyReal);
-  EXPECT_EQ(look(view, controls), " | - | ! | !&Editar...");
-  typeInto(view, "nameEdit", QString::fromUtf8("Espesor térmico"));
+  EXPECT_EQ(look(view, controls), "Azul | - | !Colores | !&Editar...");
+  typeInto(view, "defaultValueEdit", "Eje.Cota$");
+  whenDialogOpens<PropertyValueView>([](PropertyValueView& chooser) {
+    const QString names = "hostVariableRadio groupCombo variableCombo valueEdit";
+    EXPECT_EQ(look(chooser, names), "on | Eje | Cota | !Eje.Cota$");
+    QAccessibleActionInterface* literal =
+        QAccessible::queryAccessibleInterface(child<QRadioButton>(chooser, "literalRadio"))->actionInterface();
+    ASSERT_TRUE(literal->actionNames().contains(QAccessibleActionInterface::toggleAction()));
+    literal->doAction(QAccessibleActionInterface::toggleAction());
+    EXPECT_EQ(look(chooser, names), "off | !Eje | !Cota | Eje.Cota$");
+    QTest::mouseClick(child<QRadioButton>(chooser, "hostVariableRadio"), Qt::LeftButton);
+    choose(chooser, "groupCombo", 0);
+    choose(chooser, "variableCombo", 0);
+    click(chooser, "okButton");
+  });
+  click(view, "chooseValueButton");
+  EXPECT_EQ(look(view, "defaultValueEdit"), "Eje.PK$");
   typeInto(view, "descriptionEdit", "Aislante");
   typeInto(view, "defaultValueEdit", "0.25");
   choose(view, "unitCombo", 1);
@@ -146,48 +170,6 @@ TEST_F(PropertyDataViewTest, TheControlsFollowTheTypeAndWhatWasTypedReachesTheRe
   const CIfcPropertyName& p = logic.property;
   EXPECT_EQ(std::tuple(logic.result(), std::string(p.name) + "|" + p.description, p.realValue, p.unit, p.optional),
             std::tuple(kDialogOk, "Espesor t\xC3\xA9rmico|Aislante", 0.25, 1, true));
-}
-
-// "..." opens the value chooser, whose result fills the default; a value list chosen opens it, and
-// cancelling it leaves none chosen, as before, where OK gives the value clicked.
-TEST_F(PropertyDataViewTest, TheValueChooserAndTheValueListsOpenFromTheirControls) {
-  open(view, logic);
-  typeInto(view, "nameEdit", "Color");
-  whenDialogOpens<PropertyValueView>([](PropertyValueView& chooser) {
-    QTest::mouseClick(child<QRadioButton>(chooser, "hostVariableRadio"), Qt::LeftButton);
-    choose(chooser, "groupCombo", 0);
-    choose(chooser, "variableCombo", 1);
-    click(chooser, "okButton");
-  });
-  click(view, "chooseValueButton");
-  EXPECT_EQ(look(view, "defaultValueEdit"), "Eje.Cota$");
-  choose(view, "typeCombo", PropertyEnumerated);
-  whenDialogOpens<ListValuesView>([&](ListValuesView& values) { EXPECT_EQ(look(values, "nameEdit"), "Colores"); });
-  choose(view, "valueListCombo", 1);
-  EXPECT_EQ(look(view, "valueListCombo"), "");
-  whenDialogOpens<ListValuesView>([](ListValuesView& values) {  // the value clicked is the one given back
-    clickRow(child<ReportList>(values, "values"), 1);
-    click(values, "okButton");
-  });
-  choose(view, "valueListCombo", 1);
-  EXPECT_EQ(look(view, "defaultValueEdit valueListCombo"), "!Azul | Colores");
-}
-
-TEST_F(UiTest, TheValueChooserOpensOnAReferenceAndOkTakesATypedLiteral) {
-  const CConjuntoVariableZep variables = catalogue("Muro;Altura,Espesor\nEje;PK,Cota,Pendiente\n");
-  CPropiedadesObjetosValorIFCDlg logic(services, "Eje.Cota$", variables);
-  PropertyValueView view(logic);
-  open(view, logic);
-  const QString controls = "hostVariableRadio groupCombo variableCombo valueEdit";
-  EXPECT_EQ(look(view, controls), "on | Eje | Cota | !Eje.Cota$");
-  QAccessibleActionInterface* literal =  // as an assistive technology does
-      QAccessible::queryAccessibleInterface(child<QRadioButton>(view, "literalRadio"))->actionInterface();
-  ASSERT_TRUE(literal->actionNames().contains(QAccessibleActionInterface::toggleAction()));
-  literal->doAction(QAccessibleActionInterface::toggleAction());
-  EXPECT_EQ(look(view, controls), "off | !Eje | !Cota | Eje.Cota$");
-  typeInto(view, "valueEdit", QString::fromUtf8("2,5 m²"));
-  click(view, "okButton");
-  EXPECT_STREQ(logic.value, "2,5 m\xC2\xB2");
 }
 
 // A type made through three windows, the last filled by the keyboard alone (typing, Tab to the next
@@ -221,21 +203,14 @@ TEST_F(UiTest, ATypeMadeThroughThreeWindowsLandsInTheList) {
   EXPECT_EQ(std::tuple(made.size(), made.at(0).value, std::string(made.at(0).text)), std::tuple(1u, 2, "Barniz"));
 }
 
-template <class Record>
-std::vector<Record> named(std::initializer_list<const char*> names) {
-  std::vector<Record> records(names.size());
-  for (std::size_t i = 0; i < names.size(); ++i) setText(records[i].name, names.begin()[i]);
-  return records;
-}
-
 // The set's linked element, and a quantity opened by a double click with its kind and export mark.
 TEST_F(UiTest, TheQuantityEditorsPassTheLinkedElementTheKindAndTheExportMark) {
   CIfcQuantitySet areas =
       makeQuantitySet("Areas", {makeQuantity("Area", AreaMeasure), makeQuantity("Largo", LengthMeasure)});
   setText(areas.typeZep, "superficie");
   CQuantitiesOfSetDlg logic(services, kEditItem, areas, nullptr,
-                            named<CIfcType>({"IfcLengthMeasure", "IfcAreaMeasure", "IfcVolumeMeasure"}),
-                            named<CIfcObject>({"Eje", "Superficie"}));
+                            namedRecords<CIfcType>({"IfcLengthMeasure", "IfcAreaMeasure", "IfcVolumeMeasure"}),
+                            namedRecords<CIfcObject>({"Eje", "Superficie"}));
   QuantitiesOfSetView view(logic);
   open(view, logic);
   EXPECT_EQ(look(view, "linkedElementCombo"), "Superficie");
@@ -284,14 +259,6 @@ TEST_F(UiTest, AssignmentEditorsInsertChooseAndRemoveSets) {
 
 class GridTest : public UiTest {
  protected:
-  static CIfcPropertySet wallValues() {
-    CIfcPropertyName holes = makeProperty("Huecos", PropertyInteger), height = makeProperty("Altura", PropertyReal);
-    holes.intValue = 7;
-    height.realValue = 1;
-    CIfcPropertyName finish = makeProperty("Acabado", PropertyEnumerated, "Liso");
-    setText(finish.enumName, "acabados");
-    return makeSet("Muros", {holes, height, finish, makeProperty("Eje", PropertyString, "Eje.PK$\n")});
-  }
   void SetUp() override {
     UiTest::SetUp();
     open(view, logic);
@@ -314,30 +281,64 @@ class GridTest : public UiTest {
     return nullptr;
   }
 
-  const std::vector<CIfcPropertySet> definitions{wallValues()};
-  const std::vector<CIfcEnum> enums{makeEnum("Acabados", {{1, "Liso"}, {2, "Rugoso"}})};
-  CPropiedadesObjetosIFCDlg logic{services, definitions, enums, {wallValues()}};
+  CPropiedadesObjetosIFCDlg logic{services, {wallValues()}, {makeEnum("Acabados", {{1, "Liso"}, {2, "Rugoso"}})},
+                                  {wallValues()}};
   PropertyAssignView view{logic};
 };
 
-// Names, types and host variable references are not edited in place, and show in italics.
-TEST_F(GridTest, ReadOnlyCellsOpenNoEditorAndAReferenceChangesByADoubleClick) {
-  for (auto [row, column] : {std::pair{1, 0}, {1, 2}, {4, 3}}) {
+// The header is drawn in the grey the grid gives it; columns fit their texts and the last fills the
+// rest. Names, types and host variable references are not edited in place, and show in italics. The
+// arrows move through a drop-down's choices without committing; Enter commits; Alt+Down opens the
+// list, and a choice picked from it commits at once. Nothing else gets in.
+TEST_F(GridTest, TheHeaderIsGreyReadOnlyCellsOpenNoEditorAndADropDownTakesOnlyItsChoices) {
+  QHeaderView* header = grid()->horizontalHeader();
+  const QImage shot = header->grab().toImage();
+  const QPoint pastTheTitle(header->sectionViewportPosition(3) + header->sectionSize(3) * 3 / 4, header->height() / 2);
+  const QColor drawn = shot.pixelColor(pastTheTitle * shot.devicePixelRatio());
+  for (int channel : {drawn.red(), drawn.green(), drawn.blue()}) EXPECT_NEAR(channel, 160, 12);
+  for (int extra : {0, 200}) {
+    view.resize(view.width() + extra, view.height());
+    settle();
+    EXPECT_NEAR(header->length(), grid()->viewport()->width(), header->count());
+  }
+  for (auto [row, column] : {std::pair{1, 0}, {1, 2}, {6, 3}}) {
     EXPECT_EQ(startEdit(row, column), nullptr) << row << "," << column;
     EXPECT_TRUE(grid()->cellIndex(row, column).data(Qt::FontRole).value<QFont>().italic());
   }
   EXPECT_TRUE(grid()->cellIndex(1, 3).data(Qt::FontRole).isNull());
   EXPECT_FALSE(grid()->model()->setData(grid()->cellIndex(1, 0), "Otro", Qt::EditRole));
-  EXPECT_EQ(cellText(4, 3), "Eje.PK$ ");  // a line feed kept in a value shows on one line
+  EXPECT_EQ(cellText(6, 3), "Eje.PK$ ");  // a line feed kept in a value shows on one line
   whenDialogOpens<PropertyValueView>([&](PropertyValueView& chooser) {  // a reference changes only through it
     EXPECT_EQ(child<QLineEdit>(chooser, "valueEdit")->text(), "Eje.PK$\n");
     QTest::mouseClick(child<QRadioButton>(chooser, "literalRadio"), Qt::LeftButton);
     typeInto(chooser, "valueEdit", "Fijo");
     click(chooser, "okButton");
   });
-  doubleClickAt(grid()->viewport(), grid()->cellRect(4, 3).center());
-  EXPECT_STREQ(value(4), "Fijo");
-  EXPECT_NE(startEdit(4, 3), nullptr);  // no longer a reference
+  doubleClickAt(grid()->viewport(), grid()->cellRect(6, 3).center());
+  EXPECT_STREQ(value(6), "Fijo");
+  auto* choices = qobject_cast<QComboBox*>(startEdit(3, 3));
+  ASSERT_NE(choices, nullptr);
+  EXPECT_EQ(std::tuple(choices->isEditable(), entries(choices), choices->currentText()),
+            std::tuple(false, QStringList{"Liso", "Rugoso"}, QString("Liso")));
+  QTest::keyClick(choices, Qt::Key_Down);
+  settle();
+  EXPECT_EQ(choices->currentText() + " " + value(3), "Rugoso Liso");  // shown, not yet stored
+  QTest::keyClick(choices, Qt::Key_Return);
+  settle();
+  EXPECT_STREQ(value(3), "Rugoso");
+  EXPECT_EQ(openEditor(), nullptr);
+  grid()->setCurrentIndex(grid()->cellIndex(3, 3));
+  QTest::keyClick(grid(), Qt::Key_Down, Qt::AltModifier);
+  choices = qobject_cast<QComboBox*>(openEditor());
+  ASSERT_NE(choices, nullptr);
+  EXPECT_TRUE(choices->view()->isVisible());
+  choices->setCurrentIndex(0);
+  emit choices->activated(0);
+  settle();
+  EXPECT_STREQ(value(3), "Liso");
+  EXPECT_FALSE(grid()->model()->setData(grid()->cellIndex(3, 3), "Pulido", Qt::EditRole));
+  EXPECT_FALSE(logic.ended());
+  EXPECT_NE(startEdit(6, 3), nullptr);  // no longer a reference
 }
 
 // The keys of an in-place edit, started with F2 (the text selected) or by typing: Enter commits and
@@ -370,45 +371,141 @@ TEST_F(GridTest, KeysEndAnInPlaceEditAsTheySay) {
   EXPECT_FALSE(logic.ended());
 }
 
-// The arrows move through a drop-down's choices without committing; Enter commits; Alt+Down opens
-// the list, and a choice picked from it commits at once. Nothing else gets in.
-TEST_F(GridTest, ADropDownCellTakesOnlyItsChoices) {
-  auto* choices = qobject_cast<QComboBox*>(startEdit(3, 3));
-  ASSERT_NE(choices, nullptr);
-  EXPECT_EQ(std::tuple(choices->isEditable(), entries(choices), choices->currentText()),
-            std::tuple(false, QStringList{"Liso", "Rugoso"}, QString("Liso")));
-  QTest::keyClick(choices, Qt::Key_Down);
-  settle();
-  EXPECT_EQ(choices->currentText() + " " + value(3), "Rugoso Liso");  // shown, not yet stored
-  QTest::keyClick(choices, Qt::Key_Return);
-  settle();
-  EXPECT_STREQ(value(3), "Rugoso");
-  EXPECT_EQ(openEditor(), nullptr);
-  grid()->setCurrentIndex(grid()->cellIndex(3, 3));
-  QTest::keyClick(grid(), Qt::Key_Down, Qt::AltModifier);
-  choices = qobject_cast<QComboBox*>(openEditor());
-  ASSERT_NE(choices, nullptr);
-  EXPECT_TRUE(choices->view()->isVisible());
-  choices->setCurrentIndex(0);
-  emit choices->activated(0);
-  settle();
-  EXPECT_STREQ(value(3), "Liso");
-  EXPECT_FALSE(grid()->model()->setData(grid()->cellIndex(3, 3), "Pulido", Qt::EditRole));
-  EXPECT_FALSE(logic.ended());
+// What a screen reader or a keyboard user would miss in `window`: each visible control that takes
+// focus without an accessible name, each visible button with a letter but no mnemonic of its own.
+std::string unnamedControls(QWidget& window) {
+  QStringList missing, mnemonics;
+  const std::function<void(QAccessibleInterface*)> walk = [&](QAccessibleInterface* node) {
+    const auto* widget = qobject_cast<QWidget*>(node->object());
+    if (widget != nullptr && widget->isVisible() && widget->focusPolicy() != Qt::NoFocus &&
+        node->text(QAccessible::Name).trimmed().isEmpty())
+      missing.append(widget->objectName());
+    for (int i = 0; i < node->childCount(); ++i) walk(node->child(i));
+  };
+  walk(QAccessible::queryAccessibleInterface(&window));
+  for (const QLabel* label : window.findChildren<QLabel*>())
+    mnemonics.append(QKeySequence::mnemonic(label->text()).toString());
+  for (const QAbstractButton* button : window.findChildren<QAbstractButton*>()) {
+    const QString key = QKeySequence::mnemonic(button->text()).toString();
+    if (!button->isVisible() || !button->text().contains(QRegularExpression("\\w"))) continue;
+    if (key.isEmpty() || mnemonics.contains(key)) missing.append(button->text());
+    mnemonics.append(key);
+  }
+  return missing.join(", ").toStdString();
 }
 
-// The header is drawn in the grey the grid gives it; columns fit their texts and the last fills the rest.
-TEST_F(GridTest, TheHeaderIsGreyAndTheColumnsFillTheWidth) {
-  QHeaderView* header = grid()->horizontalHeader();
-  const QImage shot = header->grab().toImage();
-  const QPoint pastTheTitle(header->sectionViewportPosition(3) + header->sectionSize(3) * 3 / 4, header->height() / 2);
-  const QColor drawn = shot.pixelColor(pastTheTitle * shot.devicePixelRatio());
-  for (int channel : {drawn.red(), drawn.green(), drawn.blue()}) EXPECT_NEAR(channel, 160, 12);
-  for (int extra : {0, 200}) {
-    view.resize(view.width() + extra, view.height());
-    settle();
-    EXPECT_NEAR(header->length(), grid()->viewport()->width(), header->count());
+class RunModal : public UiTest {
+ protected:
+  // Runs `logic` through the services: the view must be a `View` titled `title`, with every control
+  // named and every button a mnemonic; Esc, the close button and Cancel (in turn) end it with Cancel.
+  template <class View>
+  void expectView(Dialog&& logic, const char* title) {
+    SCOPED_TRACE(title);
+    std::string seen;
+    whenDialogOpens<View>([&](View& view) {
+      seen = view.windowTitle().toStdString() + " | unnamed: " + unnamedControls(view);
+      if (++shown % 3 == 0) QTest::keyClick(&view, Qt::Key_Escape);
+      else if (shown % 3 == 1) view.close();
+      else click(view, "cancelButton");
+    });
+    EXPECT_EQ(services.runModal(logic), kDialogCancel);
+    EXPECT_EQ(seen, std::string(title) + " | unnamed: ");
   }
+  int shown = 0;
+  const std::vector<CIfcPropertySet> sets{makeSet("Muros", {makeProperty("Alto")})};
+  const std::vector<CIfcEnum> enums{makeEnum("Colores", {{1, "Rojo"}})};
+  const CConjuntoVariableZep none;
+};
+
+// Titles from the host's message file where the dialog takes them from there, else the template's.
+TEST_F(RunModal, OpensTheViewOfEachDialogClassWithEveryControlNamedAndEndsItWithCancel) {
+  const char *set = "Conjunto de Propiedades", *data = "Datos de la Propiedad";
+  const char* assign = "Asignación de Propiedades a Objetos IFC";
+  expectView<PropertiesSetView>(CPropertiesSetDlg(services, sets, enums), set);
+  expectView<PropertiesOfSetView>(CPropertiesOfSetDlg(services, kEditItem, sets[0], enums, &sets, &none), set);
+  expectView<PropertyDataView>(CPropertyDataDlg(services, kNewItem, {}, enums, &sets[0], &none), data);
+  expectView<ListEnumsView>(CListEnumsDlg(services, enums), "Listas de Valores");
+  expectView<ListValuesView>(CListValuesDlg(services, enums[0], true), "Definición de Lista de Valores");
+  expectView<ValueEnumView>(CValueEnumDlg(services, {}), "Valor de la lista");
+  expectView<PropertyValueView>(CPropiedadesObjetosValorIFCDlg(services, "", none), assign);
+  expectView<PropertyAssignView>(CPropiedadesObjetosIFCDlg(services, sets, enums, sets), assign);
+  expectView<QuantitiesOfSetView>(CQuantitiesOfSetDlg(services, kNewItem, {}, nullptr, {}, {}), set);
+  expectView<QuantityDataView>(CQuantityDataDlg(services, kNewItem, {}, nullptr, {}), data);
+  expectView<QuantityAssignView>(CCuantificadoresObjetosIFCDlg(services, {}, {}, "Eje", nullptr, 0),
+                                 "Asignación de Cuantificadores a Objetos IFC");
+  struct Unknown : Dialog {
+    using Dialog::Dialog;
+    void start() override { ADD_FAILURE() << "a dialog without a view was started"; }
+  } unknown(services);
+  EXPECT_EQ(services.runModal(unknown), kDialogCancel);
+}
+
+// A refusal comes with a warning, a report of work done with the information icon, and a question
+// with No as the default so that Enter alone deletes nothing; inside an editor session Qt's own
+// buttons speak Spanish, and outside it they no longer do. The file pickers show the filters and give
+// the file chosen, or none.
+TEST_F(UiTest, MessageBoxesAndFilePickersShowWhatTheyAreGivenAndGiveTheChoice) {
+  QtDialogServices screen;  // the real boxes, not the recording ones
+  std::vector<std::string> shown;
+  const auto record = [&](QMessageBox::StandardButton press) {
+    whenDialogOpens<QMessageBox>([&, press](QMessageBox& box) {
+      QStringList texts{box.text(), QString::number(box.icon())};
+      for (QAbstractButton* button : box.buttons()) texts.append(button->text().remove('&'));
+      if (box.defaultButton() != nullptr) texts.append("default " + box.defaultButton()->text().remove('&'));
+      shown.push_back(texts.join(" | ").toStdString());
+      if (press != QMessageBox::NoButton) box.button(press)->click();
+      else QTest::keyClick(&box, Qt::Key_Return);
+    });
+  };
+  record(QMessageBox::Ok);
+  screen.showMessage(u"Falta el valor");
+  record(QMessageBox::Ok);
+  screen.showInformation(u"Copia guardada");
+  record(QMessageBox::Yes);
+  bool answer = false;
+  ASSERT_TRUE(runEditorSession([&](DialogServices& editors) { answer = editors.askYesNo(u"¿Borrar?"); }));
+  EXPECT_TRUE(answer);
+  record(QMessageBox::NoButton);
+  EXPECT_FALSE(screen.askYesNo(u"¿Borrar?"));
+  EXPECT_EQ(shown, (std::vector<std::string>{"Falta el valor | 2 | OK", "Copia guardada | 1 | OK",
+                                             "¿Borrar? | 4 | Sí | No | default No",
+                                             "¿Borrar? | 4 | Yes | No | default No"}));
+  TempDir dir;
+  const QString folder = QString::fromStdString(dir.path().string()), path = folder + "/sets.csv";
+  writeBytes(path.toStdString(), "Muros;Altura;Altura libre;Real;2.75\n");
+  const FilePickerOptions csv{
+      {{u"CSV Files (*.csv)", u"*.csv"}, {u"All Files (*.*)", u"*.*"}}, u"csv", true, folder.toStdU16String()};
+  whenDialogOpens<QFileDialog>([&](QFileDialog& picker) {
+    // "*.*" means every file, as it does on Windows, names without a dot included.
+    const QStringList offers{entries(picker.findChild<QComboBox*>("fileTypeCombo")).join(", "),
+                             picker.nameFilters().join(", "), picker.directory().absolutePath(),
+                             picker.defaultSuffix()};
+    EXPECT_EQ(offers, (QStringList{"CSV Files (*.csv), All Files (*.*)",
+                                   "CSV Files (*.csv) (*.csv), All Files (*.*) (*)", folder, "csv"}));
+    EXPECT_EQ(std::pair(picker.fileMode(), picker.acceptMode()),
+              std::pair(QFileDialog::ExistingFile, QFileDialog::AcceptOpen));
+    picker.selectFile(path);
+    static_cast<QDialog&>(picker).accept();  // QFileDialog's own accept is protected
+  });
+  EXPECT_EQ(screen.pickFileToOpen(csv), path.toStdU16String());
+  whenDialogOpens<QFileDialog>([](QFileDialog& picker) { EXPECT_EQ(picker.acceptMode(), QFileDialog::AcceptSave); });
+  EXPECT_FALSE(screen.pickFileToSave(csv).has_value());
+}
+
+// Offscreen no box may open (it would wait for ever): the message goes on to the sink that was
+// there before, and that sink comes back when the editors put it back.
+TEST_F(UiTest, OffscreenTheModelsMessagesGoWhereTheyWentBefore) {
+  EXPECT_TRUE(platformShowsWindows("xcb"));
+  for (const char* headless : {"offscreen", "minimal", "minimalegl", ""})
+    EXPECT_FALSE(platformShowsWindows(headless)) << headless;
+  ASSERT_FALSE(canShowMessageBoxes());  // else the box below would wait for ever
+  MessageRecorder recorder;
+  const MessageSink previous = useMessageBoxes();
+  showMessage("Error lectura XML. CIfcPropertySet");
+  EXPECT_EQ(recorder.messages(), std::vector<std::string>{"Error lectura XML. CIfcPropertySet"});
+  setMessageSink(previous);
+  showMessage("Error lectura XML. CIfcEnum");
+  EXPECT_EQ(recorder.messages().size(), 2u);
 }
 
 }  // namespace
