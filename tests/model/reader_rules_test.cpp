@@ -32,9 +32,7 @@ TEST(Numbers, IntegersSaturateAndRealsFitTheirBuffers) {
   for (const auto& row : rows) EXPECT_EQ(orvane::readInt(row.text), row.value) << (row.text ? row.text : "(null)");
   EXPECT_STREQ(orvane::formatInt(INT_MIN).c_str(), "-2147483648");
   EXPECT_EQ(readReal(nullptr), 0.0);
-  const std::string largest = formatReal3(1.7976931348623157e308).c_str();
-  EXPECT_EQ(largest.size(), 313u);
-  EXPECT_EQ(largest.substr(309), ".000");
+  EXPECT_EQ(std::string(formatReal3(1.7976931348623157e308).c_str()).substr(300), "124858368.000");  // 313 characters
   const struct { double value; const char* text; } reals[] = {
       {9e250, nullptr}, {-9e249, nullptr}, {1e251, "1e+251"}, {-1.7976931348623157e308, "-1.7976931348623157e+308"}};
   for (const auto& row : reals)
@@ -92,10 +90,6 @@ TEST(NameComparison, FoldsOnlyAsciiLettersAndOrdersAsLowerCaseBytes) {
   }
 }
 
-std::string quantitySet(const std::string& name, const std::string& quantities = "") {
-  return "<QuantitySet Name=\"" + name + "\" Description=\"\" typeZep=\"\">" + quantities + "</QuantitySet>";
-}
-
 // A member's fields as one line.
 std::string fields(const CIfcPropertyName& p) {
   static const char* const types[] = {"Integer", "Real", "String", "Enumerated", "Boolean", "DateTime"};
@@ -128,10 +122,6 @@ void expectMembers(const std::vector<std::pair<std::string, std::string>>& rows)
   EXPECT_TRUE(messages.messages().empty());
 }
 
-std::string quantity(const std::string& attributes, const std::string& value) {
-  return "<QuantityName Name=\"A\" " + attributes + "><Description>d</Description>" + value + "</QuantityName>";
-}
-
 TEST(Records, ElementsFillTheirFields) {
   const std::string rest = "'' unit 0 'd' ''", optional = "Optional=\"yES\" Unit=\"\" Rule=\"\"";
   expectMembers<CIfcProyectPSet>({
@@ -151,10 +141,9 @@ TEST(Records, ElementsFillTheirFields) {
        "Real 0 0 '' '' unit 0 '' 'r'"},
   });
   expectMembers<CIfcProyectQSet>({
-      {quantity("Export=\"yEs\" TypeQuorsel=\"ifcareameasure\"", "<Value>1</Value>"), "1 exported 1 'd'"},
-      {quantity("Export=\"true\" TypeQuorsel=\"IfcVolumeMeasure\"", "<Value>12,5</Value>"), "2 12 'd'"},
-      {quantity("Export=\"No\" TypeQuorsel=\"IfcMassMeasure\"", "<Value/>"), "0 0 'd'"},  // an unknown kind: length
-      {quantity("Export=\"No\"", "<Value>2</Value>"), "0 2 'd'"},  // so is none, as a save writes kind 7
+      {quantity("A", "ifcareameasure", "1", "yEs"), "1 exported 1 'd'"},
+      {quantity("A", "IfcVolumeMeasure", "12,5", "true"), "2 12 'd'"},
+      {quantity("A", "IfcMassMeasure", "", "No"), "0 0 'd'"},  // an unknown kind reads as a length
   });
 }
 
@@ -185,13 +174,13 @@ TEST(Records, WrittenValuesAndWhatIsNotWritten) {
   EXPECT_EQ(readBytes(dir.file("round.xml")).find("TypeQuorsel"), std::string::npos);
 }
 
-// A file as the document it loads: lee's result, what the document holds and the messages shown.
+// A file as the document it loads (lee gives 1): what the document holds and the records whose
+// reading failed, each shown as "Error lectura XML. CIfc" and the record's name.
 struct LoadRow {
   const char* what;
   std::string file;
-  int result;
   Outline holds;
-  std::vector<std::string> messages;
+  std::vector<std::string> failed;
 };
 
 template <class Document>
@@ -202,62 +191,55 @@ void expectLoads(const std::vector<LoadRow>& rows) {
     MessageRecorder shown;
     int result = -1;
     const Document doc = load<Document>(dir, row.file, &result);
-    EXPECT_EQ(result, row.result);
+    std::vector<std::string> messages;
+    for (const std::string& record : row.failed) messages.push_back("Error lectura XML. CIfc" + record);
+    EXPECT_EQ(result, 1);
     EXPECT_EQ(outline(doc), row.holds);
-    EXPECT_EQ(shown.messages(), row.messages);
+    EXPECT_EQ(shown.messages(), messages);
   }
 }
 
 TEST(Documents, FilesLoadAs) {
-  const std::string noRule = property("A", "String", "", "Optional=\"No\"");
+  const auto type = [](const std::string& name, const std::string& elements = "<Elements/>") {
+    return "<TypeEnum Name=\"" + name + "\" Description=\"\">" + elements + "</TypeEnum>";
+  };
   const std::string noValue =
       "<PropertyName Name=\"B\" Optional=\"No\" Rule=\"\" Type=\"String\"><Description/></PropertyName>";
   const std::string noName =
       "<PropertyName Optional=\"No\" Rule=\"\" Type=\"String\"><Description/><Value/></PropertyName>";
-  const std::string propertyError = "Error lectura XML. CIfcPropertyName", enumError = "Error lectura XML. CIfcEnum";
-  const std::string emptyType = "<TypeEnum Name=\"B\" Description=\"\"><Elements/></TypeEnum>";
   expectLoads<CIfcProyectPSet>({
       {"sets and types sorted by name ignoring case",
-       psetFile("<TypeEnum Name=\"zona\" Description=\"\"><Elements/></TypeEnum>" + emptyType,
-                propertySet("beta") + propertySet("Alfa") + propertySet("alpha")),
-       1, {"type B:", "type zona:", "set Alfa:", "set alpha:", "set beta:"}, {}},
+       psetFile(type("zona") + type("B"), propertySet("beta") + propertySet("Alfa") + propertySet("alpha")),
+       {"type B:", "type zona:", "set Alfa:", "set alpha:", "set beta:"}, {}},
       {"a property missing a required part is left out with its message",
-       psetFile("", propertySet("S", noRule + property("Ok", "String", "v") + noValue + noName)),
-       1, {"set S: Ok,"}, {propertyError, propertyError, propertyError}},
+       psetFile("", propertySet("S", property("A", "String", "", "Optional=\"No\"") + property("Ok", "String", "v") +
+                                         noValue + noName)),
+       {"set S: Ok,"}, {"PropertyName", "PropertyName", "PropertyName"}},
       {"a set missing its description ends the reading of sets",
-       psetFile("", propertySet("A") + "<PropertySet Name=\"B\"/>" + propertySet("C")), 1, {"set A:"},
-       {"Error lectura XML. CIfcPropertySet"}},
-      {"a type missing its elements ends the reading of types",
-       psetFile("<TypeEnum Name=\"A\" Description=\"\"/>" + emptyType, ""), 1, {}, {enumError}},
+       psetFile("", propertySet("A") + "<PropertySet Name=\"B\"/>" + propertySet("C")), {"set A:"}, {"PropertySet"}},
+      {"a type missing its elements ends the reading of types", psetFile(type("A", "") + type("B"), ""), {}, {"Enum"}},
       {"a value with an empty literal fails its type, and the reading of types ends there",
-       psetFile("<TypeEnum Name=\"A\" Description=\"\"><Elements><Element Value=\"0\"/></Elements></TypeEnum>" +
-                    emptyType,
-                ""),
-       1, {}, {enumError}},
+       psetFile(type("A", "<Elements><Element Value=\"0\"/></Elements>") + type("B"), ""), {}, {"Enum"}},
   });
-  const std::string area =
-      " TypeQuorsel=\"IfcAreaMeasure\"><Description>d</Description><Value>1</Value></QuantityName>";
-  const std::string quantityError = "Error lectura XML. CIfcQuantityName";
   expectLoads<CIfcProyectQSet>({
       {"sets sorted by name, types and objects in file order",
        qsetFile("<TypeQuorsel>z</TypeQuorsel><TypeQuorsel>a</TypeQuorsel>",
                 "<ObjectQuorsel>Superficie</ObjectQuorsel><ObjectQuorsel>Eje</ObjectQuorsel>",
-                quantitySet("b") + quantitySet("A") + quantitySet("c")),
-       1, {"type z", "type a", "object Superficie", "object Eje", "set A:", "set b:", "set c:"}, {}},
+                quantitySet("b", "") + quantitySet("A", "") + quantitySet("c", "")),
+       {"type z", "type a", "object Superficie", "object Eje", "set A:", "set b:", "set c:"}, {}},
       {"a quantity missing a required part is left out with its message",
-       qsetFile("", "", quantitySet("S", "<QuantityName Name=\"A\"" + area +
-                                             "<QuantityName Name=\"B\" Export=\"Yes\"><Description/></QuantityName>"
-                                             "<QuantityName Name=\"C\" Export=\"No\"" + area)),
-       1, {"set S: C,"}, {quantityError, quantityError}},
+       qsetFile("", "", quantitySet("S", "<QuantityName Name=\"A\" TypeQuorsel=\"IfcAreaMeasure\"><Description/>"
+                                         "<Value>1</Value></QuantityName><QuantityName Name=\"B\" Export=\"Yes\">"
+                                         "<Description/></QuantityName>" + quantity("C", "IfcAreaMeasure", "1", "No"))),
+       {"set S: C,"}, {"QuantityName", "QuantityName"}},
       {"a set missing an attribute ends the reading of sets",
-       qsetFile("", "", quantitySet("A") + "<QuantitySet Name=\"B\" Description=\"\"/>" + quantitySet("C")), 1,
-       {"set A:"}, {"Error lectura XML. CIfcQuantitySet"}},
+       qsetFile("", "", quantitySet("A", "") + "<QuantitySet Name=\"B\" Description=\"\"/>" + quantitySet("C", "")),
+       {"set A:"}, {"QuantitySet"}},
       {"a type or object without text ends its list only",
        qsetFile("<TypeQuorsel>IfcLengthMeasure</TypeQuorsel><TypeQuorsel/><TypeQuorsel>IfcVolumeMeasure</TypeQuorsel>",
                 "<ObjectQuorsel>Eje</ObjectQuorsel><ObjectQuorsel></ObjectQuorsel><ObjectQuorsel>Muro</ObjectQuorsel>",
-                quantitySet("S")),
-       1, {"type IfcLengthMeasure", "object Eje", "set S:"},
-       {"Error lectura XML. CIfcType", "Error lectura XML. CIfcObject"}},
+                quantitySet("S", "")),
+       {"type IfcLengthMeasure", "object Eje", "set S:"}, {"Type", "Object"}},
   });
 }
 
@@ -271,7 +253,7 @@ std::string withSetNamed(const std::string& name) {
     return psetFile("", propertySet(name, property("p", "String", "v")),
                     "<RelationIfcElementWithPSet PSet=\"" + name + "\" Object=\"IfcWall\"/>");
   else
-    return qsetFile("", "", quantitySet(name));
+    return qsetFile("", "", quantitySet(name, ""));
 }
 
 // The document's root holding elements nested `depth` deep.
@@ -377,11 +359,8 @@ TYPED_TEST(DocumentFiles, OddNamesLoadAndSaveAsTheyWereRead) {
     TypeParam doc;
     ASSERT_EQ(doc.lee(this->write(withSetNamed<TypeParam>(row.inFile)).c_str()), 1);
     ASSERT_EQ(setNames(doc), std::vector<std::string>{row.loaded});
-    doc.graba(this->dir.file("out.xml").c_str());
-    EXPECT_LT(fs::file_size(this->dir.file("out.xml")), 2000u);
-    TypeParam again;
-    ASSERT_EQ(again.lee(this->dir.file("out.xml").c_str()), 1);
-    EXPECT_EQ(setNames(again), std::vector<std::string>{row.loaded});
+    EXPECT_EQ(setNames(roundTrip(this->dir, doc)), std::vector<std::string>{row.loaded});
+    EXPECT_LT(fs::file_size(this->dir.file("round.xml")), 2000u);
     EXPECT_EQ(messages.messages(), std::vector<std::string>{});
   }
 }
