@@ -25,11 +25,13 @@ namespace {
 
 std::string quote(const std::string& text) { return "'" + text + "'"; }
 
-// The command's standard output and error together; `status` gets its wait status.
-std::string run(const std::string& command, int& status) {
+// The command's standard output and error together, once it has exited with status 0.
+std::string run(const std::string& command) {
   const TempDir capture;
-  status = std::system((command + " >" + quote(capture.file("out")) + " 2>&1").c_str());
-  return readBytes(capture.file("out"));
+  const int status = std::system((command + " >" + quote(capture.file("out")) + " 2>&1").c_str());
+  const std::string output = readBytes(capture.file("out"));
+  EXPECT_EQ(status, 0) << command << "\n" << output;
+  return output;
 }
 
 // The lines of a text, its "#" comments left out.
@@ -44,20 +46,15 @@ Lines linesOf(const std::string& text) {
 // The IDS file, validated and read back by validate_ids.py: "for IFCWALL" or "for set NAME" per
 // specification, then "set.member\tDATATYPE\tvalues\tcardinality" per requirement.
 Lines idsLines(const std::string& path) {
-  int status = 0;
-  const std::string output = run("/usr/bin/python3 " + quote(ORVANE_EXPORT_TOOLS "/validate_ids.py") + " " +
-                                     quote(ORVANE_IDS_XSD) + " " + quote(path), status);
-  EXPECT_EQ(status, 0) << output;
-  return linesOf(output);
+  return linesOf(run("/usr/bin/python3 " + quote(ORVANE_EXPORT_TOOLS "/validate_ids.py") + " " + quote(ORVANE_IDS_XSD) +
+                     " " + quote(path)));
 }
 
 std::string text(const nlohmann::json& value) { return value.is_string() ? value.get<std::string>() : "-"; }
 
 // The IFC file as web-ifc reads it: "set NAME\tTEMPLATE\tentities", then "set.member\tmeasure\tvalues\ttemplate".
 Lines ifcLines(const std::string& path, const std::string& title) {
-  int status = 0;
-  const std::string output = run("node " + quote(ORVANE_EXPORT_TOOLS "/read_ifc.js") + " " + quote(path), status);
-  EXPECT_EQ(status, 0) << output;
+  const std::string output = run("node " + quote(ORVANE_EXPORT_TOOLS "/read_ifc.js") + " " + quote(path));
   const std::size_t json = output.rfind("\n{");  // web-ifc may log lines of its own first
   nlohmann::json read = nlohmann::json::parse(output.substr(json == std::string::npos ? 0 : json + 1), nullptr, false);
   if (!read.is_object()) return {"web-ifc gave no reading"};
