@@ -271,16 +271,14 @@ class Cli : public ::testing::Test {
   // standard output (the JSON from standard input); gives the JSON.
   std::string roundTrip(const std::string& group) {
     const CliResult csv = run({group, "export", "saved.xml", "--format", "csv", "-o", "doc.csv"});
-    EXPECT_EQ(csv.status, 0) << csv.err;
-    EXPECT_EQ(csv.out, "");
+    EXPECT_EQ((std::pair{csv.status, csv.out}), (std::pair{0, std::string()})) << csv.err;
     const CliResult json = run({group, "export", "-"}, "saved.xml");
     EXPECT_EQ(json.status, 0) << json.err;
     write("doc.json", json.out);
     for (const auto& [file, in] : {std::pair{"doc.csv", ""}, {"-", "doc.json"}}) {
       SCOPED_TRACE(file);
       const CliResult imported = run({group, "import", file, "-o", "-"}, in);
-      EXPECT_EQ(imported.status, 0) << imported.err;
-      EXPECT_EQ(imported.out, read("saved.xml"));
+      EXPECT_EQ((std::pair{imported.status, imported.out}), (std::pair{0, read("saved.xml")})) << imported.err;
     }
     return json.out;
   }
