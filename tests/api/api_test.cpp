@@ -184,22 +184,21 @@ TEST(GetPropiedadesFichero, WritesEachValueTypeAsTextAndNothingMore) {
 // Texts that fill their fields have no terminator: merges read them to the field's end, no further.
 const std::string s256(256, 'S'), n256(256, 'N'), v256(256, 'V');
 
+// Sets C and Muro in this order, a property of every value type, an enumerated type and a relation.
+const std::string kMuro = psetFile(
+    "<TypeEnum Name=\"Colores\" Description=\"\"><Elements><Element Value=\"1\">Rojo</Element></Elements></TypeEnum>",
+    propertySet("C", property("x", "String", "1")) +
+        propertySet("Muro", property("Entero", "Integer", "-7", "Optional=\"Yes\" Unit=\"m\" Rule=\"r1\"") +
+                                property("Real", "Real", "2.5", "Optional=\"No\" Unit=\"m2\" Rule=\"\"") +
+                                property("Referencia", "Integer", "Ejes.Ancho$") + property("Texto", "String", "Ladrillo") +
+                                property("Color", "Colores", "Azul", "Optional=\"No\" Unit=\"\" Rule=\"r2\"") +
+                                property("Portante", "Boolean", "Yes") + property("Fecha", "DateTime", "2026-11-21")),
+    "<RelationIfcElementWithPSet PSet=\"Muro\" Object=\"IfcWall\"/>");
+
 // One merge of every kind of record into a document with sets, an enumerated type and a relation.
 TEST(SetPropiedadesFichero, MergesRecordsIntoTheDocumentAndWritesThePartialOne) {
   TempDir dir;
-  const std::string path = dir.write(
-      "p.xml",
-      psetFile("<TypeEnum Name=\"Colores\" Description=\"\"><Elements><Element Value=\"1\">Rojo</Element>"
-               "</Elements></TypeEnum>",
-               propertySet("C", property("x", "String", "1")) +
-                   propertySet("Muro", property("Entero", "Integer", "-7", "Optional=\"Yes\" Unit=\"m\" Rule=\"r1\"") +
-                                           property("Real", "Real", "2.5", "Optional=\"No\" Unit=\"m2\" Rule=\"\"") +
-                                           property("Referencia", "Integer", "Ejes.Ancho$") +
-                                           property("Texto", "String", "Ladrillo") +
-                                           property("Color", "Colores", "Azul", "Optional=\"No\" Unit=\"\" Rule=\"r2\"") +
-                                           property("Portante", "Boolean", "Yes") +
-                                           property("Fecha", "DateTime", "2026-11-21")),
-               "<RelationIfcElementWithPSet PSet=\"Muro\" Object=\"IfcWall\"/>"));
+  const std::string path = dir.write("p.xml", kMuro);
   const std::string partial = dir.file("partial.xml");
   const std::vector<FlatPropertyRecord> records = {
       prop(0, "MURO", "ENTERO", "12abc", 3), prop(1, "Muro", "Real", "1.23456"), prop(0, "Muro", "Referencia", "5"),
@@ -313,9 +312,6 @@ TEST(SetCuantificadoresFichero, AddsWhatIsMissingAndWritesTheNamedSetsToTheOutpu
   ASSERT_EQ(setCuantificadoresFichero(bigPath.c_str(), bigOut.c_str(), more.data(), static_cast<int>(more.size())), 1);
   EXPECT_EQ(namesIn(bigPath), inDocument);
   EXPECT_EQ(namesIn(bigOut), inOutput);
-  const Lines merged = quantitiesOf(bigPath);
-  EXPECT_NE(std::find(merged.begin(), merged.end(), "big.extra 1 1 exported desc ''"), merged.end());
-  EXPECT_NE(std::find(merged.begin(), merged.end(), "nuevo.n39 2 39 exported desc ''"), merged.end());
 }
 
 // Literals of a type found ignoring case, each cut at 511 bytes, at most maxValues, up to a null buffer.
@@ -340,9 +336,9 @@ TEST(GetEnumerados, CopiesTheTypesLiteralsAndNothingMore) {
     char* pointers[4] = {buffers[0], buffers[1], buffers[2], buffers[3]};
     std::memset(buffers, kHost, sizeof buffers);
     if (row.nullAt >= 0) pointers[row.nullAt] = nullptr;
-    std::string pathText = row.path ? row.path : "", type = row.type ? row.type : "";
-    EXPECT_EQ(getEnumerados(row.path ? pathText.data() : nullptr, row.type ? type.data() : nullptr,
-                            row.buffers ? pointers : nullptr, row.max),
+    // The texts are read only: a write into them would fault.
+    EXPECT_EQ(getEnumerados(const_cast<char*>(row.path), const_cast<char*>(row.type), row.buffers ? pointers : nullptr,
+                            row.max),
               row.copied);
     for (std::size_t i = 0; i < 4; ++i)
       EXPECT_TRUE(holds(buffers[i], i < row.literals.size() ? row.literals[i].c_str() : nullptr)) << i;
@@ -358,22 +354,14 @@ std::string orNull(const char* text) { return text != nullptr ? text : "(null)";
 // search by name, ignoring case, stays in the first set that matches.
 TEST(HandleDocument, EachCallByTypeIndexAndName) {
   TempDir dir;
-  // One set of every value type, beside a set that sorts before it.
-  void* doc = cargaIfcProyectPSet(dir.write(
-      "p.xml", psetFile("", propertySet("Pset_A", property("Entero", "Integer", "7", "Optional=\"No\" Unit=\"m3\" Rule=\"\"") +
-                                                      property("Real", "Real", "2.5") + property("Texto", "String", "Ladrillo") +
-                                                      property("Color", "Colores", "Rojo") + property("Portante", "Boolean", "Yes") +
-                                                      property("Fecha", "DateTime", "2026-11-21") +
-                                                      property("Referencia", "Integer", "Ejes.Ancho$")) +
-                                propertySet("C", property("x", "String", "en C")))).c_str());
+  void* doc = cargaIfcProyectPSet(dir.write("p.xml", kMuro).c_str());
   ASSERT_NE(doc, nullptr);
   const struct { int set, property; const char* name; int unit; double number; const char* text; } rows[] = {
-      {1, 0, "Entero", 3, 7.0, "(null)"},       {1, 1, "Real", 0, 2.5, "(null)"},
-      {1, 2, "Texto", 0, DBL_MAX, "Ladrillo"},  {1, 3, "Color", 0, DBL_MAX, "Rojo"},
-      {1, 4, "Portante", 0, DBL_MAX, "(null)"}, {1, 5, "Fecha", 0, DBL_MAX, "(null)"},
-      {1, 6, "Referencia", 0, 0.0, "(null)"},   {1, 7, "(null)", 0, DBL_MAX, "(null)"},
-      {1, -1, "(null)", 0, DBL_MAX, "(null)"},  {2, 0, "(null)", 0, DBL_MAX, "(null)"},
-      {-1, 0, "(null)", 0, DBL_MAX, "(null)"},  {0, 1, "(null)", 0, DBL_MAX, "(null)"}};
+      {1, 0, "Entero", 1, -7.0, "(null)"},         {1, 1, "Real", 2, 2.5, "(null)"},
+      {1, 2, "Referencia", 0, 0.0, "(null)"},      {1, 3, "Texto", 0, DBL_MAX, "Ladrillo"},
+      {1, 4, "Color", 0, DBL_MAX, "Azul"},         {1, 5, "Portante", 0, DBL_MAX, "(null)"},
+      {1, 7, "(null)", 0, DBL_MAX, "(null)"},      {1, -1, "(null)", 0, DBL_MAX, "(null)"},
+      {2, 0, "(null)", 0, DBL_MAX, "(null)"},      {-1, 0, "(null)", 0, DBL_MAX, "(null)"}};
   for (const auto& row : rows) {
     SCOPED_TRACE(testing::Message() << "set " << row.set << ", property " << row.property);
     EXPECT_EQ(orNull(getNombrePropiedad(doc, row.set, row.property)), row.name);
@@ -384,12 +372,12 @@ TEST(HandleDocument, EachCallByTypeIndexAndName) {
   ASSERT_NE(nuevoPSet(doc, "c"), nullptr);
   ASSERT_NE(nuevaPropiedadStr(doc, "X", "otro"), nullptr);
   ASSERT_NE(nuevaPropiedadStr(doc, "solo", "aqui"), nullptr);
-  for (const auto& [set, name] : {std::pair{0, "C"}, {1, "Pset_A"}, {2, "c"}, {3, "(null)"}, {-1, "(null)"}})
+  for (const auto& [set, name] : {std::pair{0, "C"}, {1, "Muro"}, {2, "c"}, {3, "(null)"}, {-1, "(null)"}})
     EXPECT_EQ(orNull(getPset(doc, set)), name);
   EXPECT_STREQ(getNombrePropiedad(doc, 2, 1), "solo");
   const struct { const char *set, *property, *text; } named[] = {
-      {"PSET_A", "texto", "Ladrillo"}, {"c", "x", "en C"},     {"C", "solo", "(null)"}, {"Pset_A", "Portante", "(null)"},
-      {"Pset_B", "Texto", "(null)"},   {"Pset_A", "Nada", "(null)"}, {nullptr, "Texto", "(null)"}, {"Pset_A", nullptr, "(null)"}};
+      {"MURO", "texto", "Ladrillo"}, {"c", "x", "1"},         {"C", "solo", "(null)"}, {"Muro", "Portante", "(null)"},
+      {"Muros", "Texto", "(null)"},  {"Muro", "Nada", "(null)"}, {nullptr, "Texto", "(null)"}, {"Muro", nullptr, "(null)"}};
   for (const auto& row : named)
     EXPECT_EQ(orNull(getValorPropiedadStr2(doc, row.set, row.property)), row.text) << orNull(row.set) << orNull(row.property);
   liberaIfcProyectPset(doc);

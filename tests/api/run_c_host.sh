@@ -17,4 +17,4 @@ strict=(-Wall -Wextra -pedantic -Werror -I"$prefix/include")
 "$cc" -std=c99 "${strict[@]}" "${extra_flags[@]}" "$source" -o "$prefix/c_host" \
       -L"$prefix/$libdir" -lorvane -Wl,-rpath,"$prefix/$libdir"
 mkdir "$prefix/files"
-"$prefix/c_host" "$prefix/files"
+"$prefix/c_host" "$prefix/files" "$prefix/share/orvane/samples/proyecto-psets.xml"

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <nlohmann/json.hpp>
 #include <set>
@@ -23,17 +23,16 @@ namespace fs = std::filesystem;
 
 namespace {
 
-std::string run(const std::string& command, int& status) {
-  std::string output;
-  FILE* pipe = popen((command + " 2>&1").c_str(), "r");
-  if (pipe == nullptr) return "could not run " + command;
-  char buffer[4096];
-  for (std::size_t n; (n = fread(buffer, 1, sizeof buffer, pipe)) > 0;) output.append(buffer, n);
-  status = pclose(pipe);
+std::string quote(const std::string& text) { return "'" + text + "'"; }
+
+// The command's standard output and error together, once it has exited with status 0.
+std::string run(const std::string& command) {
+  const TempDir capture;
+  const int status = std::system((command + " >" + quote(capture.file("out")) + " 2>&1").c_str());
+  const std::string output = readBytes(capture.file("out"));
+  EXPECT_EQ(status, 0) << command << "\n" << output;
   return output;
 }
-
-std::string quote(const std::string& text) { return "'" + text + "'"; }
 
 // The lines of a text, its "#" comments left out.
 Lines linesOf(const std::string& text) {
@@ -47,22 +46,15 @@ Lines linesOf(const std::string& text) {
 // The IDS file, validated and read back by validate_ids.py: "for IFCWALL" or "for set NAME" per
 // specification, then "set.member\tDATATYPE\tvalues\tcardinality" per requirement.
 Lines idsLines(const std::string& path) {
-  int status = 0;
-  const std::string output = run("/usr/bin/python3 " + quote(ORVANE_EXPORT_TOOLS "/validate_ids.py") + " " +
-                                     quote(ORVANE_IDS_XSD) + " " + quote(path), status);
-  EXPECT_EQ(status, 0) << output;
-  return linesOf(output);
+  return linesOf(run("/usr/bin/python3 " + quote(ORVANE_EXPORT_TOOLS "/validate_ids.py") + " " + quote(ORVANE_IDS_XSD) +
+                     " " + quote(path)));
 }
 
 std::string text(const nlohmann::json& value) { return value.is_string() ? value.get<std::string>() : "-"; }
 
 // The IFC file as web-ifc reads it: "set NAME\tTEMPLATE\tentities", then "set.member\tmeasure\tvalues\ttemplate".
 Lines ifcLines(const std::string& path, const std::string& title) {
-  if (!fs::exists(ORVANE_EXPORT_TOOLS "/node_modules/web-ifc"))
-    ADD_FAILURE() << "web-ifc is missing: run scripts/install-deps.sh (npm ci in tests/exports)";
-  int status = 0;
-  const std::string output = run("node " + quote(ORVANE_EXPORT_TOOLS "/read_ifc.js") + " " + quote(path), status);
-  EXPECT_EQ(status, 0) << output;
+  const std::string output = run("node " + quote(ORVANE_EXPORT_TOOLS "/read_ifc.js") + " " + quote(path));
   const std::size_t json = output.rfind("\n{");  // web-ifc may log lines of its own first
   nlohmann::json read = nlohmann::json::parse(output.substr(json == std::string::npos ? 0 : json + 1), nullptr, false);
   if (!read.is_object()) return {"web-ifc gave no reading"};
@@ -105,12 +97,13 @@ struct Project {
 };
 void PrintTo(const Project& row, std::ostream* out) { *out << row.name; }
 
-// awkward-*.xml push each export rule to its edge; the IFC4 library is imported from its PSD files first.
+// awkward-*.xml push each export rule to its edge; samples/ifc4 is what import-psd makes of the IFC4 library.
 const Project kSamples{"Samples", ORVANE_SAMPLES_DIR "/proyecto-psets.xml", ORVANE_SAMPLES_DIR "/proyecto-qsets.xml",
                        "proyecto-psets", 6, 18};
 const Project kAwkward{"Awkward", ORVANE_EXPORT_TOOLS "/awkward-psets.xml", ORVANE_EXPORT_TOOLS "/awkward-qsets.xml",
                        "Proyecto \xE2\x80\x9Craro\xE2\x80\x9D", 4, 22};
-const Project kIfc4{"Ifc4Library", "", "", "IFC4", 395, 2159};
+const Project kIfc4{"Ifc4Library", ORVANE_SAMPLES_DIR "/ifc4/ifc4-psets.xml", ORVANE_SAMPLES_DIR "/ifc4/ifc4-qsets.xml",
+                    "IFC4", 395, 2159};
 
 struct Exported { Lines ids, ifc; };
 
@@ -133,21 +126,11 @@ class Exports : public testing::TestWithParam<Project> {};
 TEST_P(Exports, ValidFilesStatingTheSameSetsEachTime) {
   if (!fs::exists(ORVANE_IDS_XSD)) GTEST_SKIP() << "no ids.xsd at " ORVANE_IDS_XSD " (the shared reference data)";
   TempDir dir;
-  Project project = GetParam();
-  if (project.psets.empty()) {
-    if (!fs::is_directory(ORVANE_PSD_DIR)) GTEST_SKIP() << "no IFC4 PSD files at " ORVANE_PSD_DIR " (the shared reference data)";
-    project.psets = dir.file("ifc4-psets.xml");
-    project.qsets = dir.file("ifc4-qsets.xml");
-    int status = 0;
-    const std::string output = run(quote(ORVANE_CLI) + " import-psd " + quote(ORVANE_PSD_DIR) + " -o " +
-                                       quote(project.psets) + " --qto " + quote(project.qsets), status);
-    ASSERT_EQ(status, 0) << output;
-  }
+  const Project& project = GetParam();
   const Exported out = exportBoth(dir, project);
   EXPECT_EQ(common(out.ids), common(out.ifc));
-  const auto sets = std::count_if(out.ifc.begin(), out.ifc.end(), [](const std::string& line) { return line.rfind("set ", 0) == 0; });
-  EXPECT_EQ(static_cast<std::size_t>(sets), project.sets);
-  EXPECT_EQ(out.ifc.size() - static_cast<std::size_t>(sets), project.members);
+  const std::size_t sets = std::count_if(out.ifc.begin(), out.ifc.end(), [](const std::string& line) { return line.rfind("set ", 0) == 0; });
+  EXPECT_EQ((std::pair{sets, out.ifc.size() - sets}), (std::pair{project.sets, project.members}));
 }
 
 INSTANTIATE_TEST_SUITE_P(Projects, Exports, testing::Values(kSamples, kAwkward, kIfc4),

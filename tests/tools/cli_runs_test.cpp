@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
-#include <tinyxml2.h>
 #include <unistd.h>
 
 #include <iterator>
@@ -84,6 +83,7 @@ std::vector<Row> runs() {
       {"", "psets lsit", 2, "Did you mean \"orvane psets list\"?"},
       {"", "import-pds folder", 2, "Did you mean \"orvane import-psd\"?"},
       {"", "--version", 0, "orvane " ORVANE_VERSION "\n"},
+      {"", "--help", 0, "Every command takes --help. Exit status: 0 done, 1 check found problems, 2 error."},
       {"", "psets merge --help", 0, "set,property,type,value,unit,enum"},
       {"", "qsets merge --help", 0, "set,quantity,kind,value"},
       // Inputs that are no regular files are refused without reading them; nor is one replaced by an output.
@@ -145,7 +145,6 @@ std::vector<Row> runs() {
       {"S,P,String\n", "psets merge p.xml no/such/folder/p.xml in", 2, "does not exist"},
       {"S,P,String\n", "psets merge p.xml . in", 2, "is a folder"},
       {"", "psets merge p.xml part.xml missing.csv", 2, "records file"},
-      {"S,Q,area,1\n", "qsets merge none.xml out.xml in", 2, "none.xml: no such file"},
       {"S,Q,area,1\n", "qsets merge q.xml q.xml in", 2, "the output must be another file"},
       {"S,P,String\n", "psets merge p.xml part.xml in -q", 0, ""},
       {"S,P,String\n", pm, 0,
@@ -227,8 +226,6 @@ std::vector<Row> runs() {
     }
     rows.push_back({psetFile("", propertySet("Grande", properties)), "psets list - --format csv", 0, listed});
   }
-  for (const std::string command : {"", "psets list", "import-psd", "check", "edit psets"})
-    rows.push_back({"", command + " --help", 0, "Usage: orvane " + command});
   return rows;
 }
 
@@ -274,16 +271,14 @@ class Cli : public ::testing::Test {
   // standard output (the JSON from standard input); gives the JSON.
   std::string roundTrip(const std::string& group) {
     const CliResult csv = run({group, "export", "saved.xml", "--format", "csv", "-o", "doc.csv"});
-    EXPECT_EQ(csv.status, 0) << csv.err;
-    EXPECT_EQ(csv.out, "");
+    EXPECT_EQ((std::pair{csv.status, csv.out}), (std::pair{0, std::string()})) << csv.err;
     const CliResult json = run({group, "export", "-"}, "saved.xml");
     EXPECT_EQ(json.status, 0) << json.err;
     write("doc.json", json.out);
     for (const auto& [file, in] : {std::pair{"doc.csv", ""}, {"-", "doc.json"}}) {
       SCOPED_TRACE(file);
       const CliResult imported = run({group, "import", file, "-o", "-"}, in);
-      EXPECT_EQ(imported.status, 0) << imported.err;
-      EXPECT_EQ(imported.out, read("saved.xml"));
+      EXPECT_EQ((std::pair{imported.status, imported.out}), (std::pair{0, read("saved.xml")})) << imported.err;
     }
     return json.out;
   }
@@ -484,14 +479,6 @@ TEST_F(Cli, ImportPsdCarriesTheWholeIfc4Library) {
   EXPECT_EQ(read("qsets.xml"), readBytes(ORVANE_SAMPLES_DIR "/ifc4/ifc4-qsets.xml"));
 }
 
-// "psets" or "qsets" by the root element, "" for anything else.
-std::string groupOf(const fs::path& file) {
-  tinyxml2::XMLDocument xml;
-  if (xml.LoadFile(file.c_str()) != tinyxml2::XML_SUCCESS || xml.RootElement() == nullptr) return "";
-  const std::string root = xml.RootElement()->Name();
-  return root == "PropertySetsBIM" ? "psets" : root == "QuantitiesSetQuorsel" ? "qsets" : "";
-}
-
 // Saves what the library reads of `source` to `saved`; false when it does not read it.
 template <class Document>
 bool saveOnce(const fs::path& source, const std::string& saved) {
@@ -510,11 +497,13 @@ TEST_F(DocumentJson, EveryDocumentTheLibraryWritesComesBackByteForByte) {
        {"", "ifc4", "../fuzz/corpus/pset_reader", "../fuzz/corpus/qset_reader", "../fuzz/corpus/round_trip"}) {
     for (const fs::directory_entry& source : fs::directory_iterator(fs::path(ORVANE_SAMPLES_DIR) / folder)) {
       SCOPED_TRACE(source.path().string());
-      const std::string group = source.is_regular_file() ? groupOf(source.path()) : "", saved = dir.file("saved.xml");
+      const std::string saved = dir.file("saved.xml");
       fs::remove(saved);
-      if (group == "psets" ? !saveOnce<CIfcProyectPSet>(source.path(), saved)
-                           : group != "qsets" || !saveOnce<CIfcProyectQSet>(source.path(), saved))
-        continue;
+      // The property-set reader refuses any other root, so a document it saves is one.
+      const std::string group = !source.is_regular_file()                            ? ""
+                                : saveOnce<CIfcProyectPSet>(source.path(), saved) ? "psets"
+                                : saveOnce<CIfcProyectQSet>(source.path(), saved) ? "qsets" : "";
+      if (group.empty()) continue;
       roundTrip(group);
       ++checked;
     }
