@@ -44,9 +44,7 @@ TEST_F(SetListView, ShowsTheSetsAndTheMouseEditsImportsAndChoosesTheRowsToSave) 
   const std::string csv = dir.write("importar.csv", "Puertas;Ancho;Ancho de paso;Real;0.9\n");
   services.pickedFiles = {QString::fromStdString(csv).toStdU16String()};
   open(view, logic);
-  EXPECT_EQ(look(view, "sets"), std::string("Nombre,Descripción: Losas,; Muros,") + longText + "; Ventanas,");
   const QFontMetrics text(sets()->font());
-  EXPECT_GE(sets()->columnWidth(0), QFontMetrics(sets()->horizontalHeader()->font()).horizontalAdvance("Nombre"));
   EXPECT_GE(sets()->columnWidth(0), text.horizontalAdvance("Ventanas"));
   EXPECT_LT(sets()->columnWidth(0), sets()->viewport()->width() / 2);  // fitted, not half the list
   EXPECT_GE(sets()->columnWidth(1), text.horizontalAdvance(longText));
@@ -82,8 +80,7 @@ TEST_F(SetListView, ShowsTheSetsAndTheMouseEditsImportsAndChoosesTheRowsToSave) 
   EXPECT_EQ(logic.run(), kDialogOk);
   liberaMensajes();  // a missing message file: its captions, empty ones, replace the template's all the same
   setRutaMensajes("/nonexistent/messages.txt");
-  logic.start();
-  view.showState();
+  open(view, logic);
   EXPECT_EQ((view.windowTitle() + child<QPushButton>(view, "insertButton")->text()).toStdString(), "");
   EXPECT_EQ(look(view, "sets"), ",: Losas,; Muros de carga,Cerramientos; Ventanas,; Puertas,");
 }
@@ -462,9 +459,7 @@ TEST_F(UiTest, MessageBoxesAndFilePickersShowWhatTheyAreGivenAndGiveTheChoice) {
   record(QMessageBox::Ok);
   screen.showInformation(u"Copia guardada");
   record(QMessageBox::Yes);
-  bool answer = false;
-  ASSERT_TRUE(runEditorSession([&](DialogServices& editors) { answer = editors.askYesNo(u"¿Borrar?"); }));
-  EXPECT_TRUE(answer);
+  ASSERT_TRUE(runEditorSession([](DialogServices& editors) { EXPECT_TRUE(editors.askYesNo(u"¿Borrar?")); }));
   record(QMessageBox::NoButton);
   EXPECT_FALSE(screen.askYesNo(u"¿Borrar?"));
   EXPECT_EQ(shown, (std::vector<std::string>{"Falta el valor | 2 | OK", "Copia guardada | 1 | OK",
