@@ -81,8 +81,8 @@ TEST_F(SetListView, ShowsTheSetsAndTheMouseEditsImportsAndChoosesTheRowsToSave) 
   liberaMensajes();  // a missing message file: its captions, empty ones, replace the template's all the same
   setRutaMensajes("/nonexistent/messages.txt");
   open(view, logic);
-  EXPECT_EQ((view.windowTitle() + child<QPushButton>(view, "insertButton")->text()).toStdString(), "");
-  EXPECT_EQ(look(view, "sets"), ",: Losas,; Muros de carga,Cerramientos; Ventanas,; Puertas,");
+  EXPECT_EQ(view.windowTitle().toStdString() + look(view, "insertButton sets"),
+            " | ,: Losas,; Muros de carga,Cerramientos; Ventanas,; Puertas,");
 }
 
 // The keys of a list, on the first row reached with End then Home: Enter and F2 edit it, Insert
@@ -99,14 +99,12 @@ TEST_F(SetListView, KeysActOnTheRowReachedAndLeaveTheDialogOpen) {
     QTest::keyClick(sets(), Qt::Key_End);
     EXPECT_EQ(logic.currentRow, 2);
     QTest::keyClick(sets(), Qt::Key_Home);
-    QString name = "-";
+    std::string name = "-";
     if (key != Qt::Key_Delete)
-      whenDialogOpens<PropertiesOfSetView>([&](PropertiesOfSetView& set) { name = look(set, "nameEdit").c_str(); });
+      whenDialogOpens<PropertiesOfSetView>([&](PropertiesOfSetView& set) { name = look(set, "nameEdit"); });
     QTest::keyClick(sets(), key);
-    EXPECT_EQ(name, opened);
-    EXPECT_EQ(sets()->rowCount(), rows);
-    EXPECT_EQ(sets()->selectedRows(), std::vector<int>{0});
-    EXPECT_FALSE(logic.ended());
+    EXPECT_EQ(std::tuple(name, sets()->rowCount(), sets()->selectedRows(), logic.ended()),
+              std::tuple(opened, rows, std::vector<int>{0}, false));
     QTest::keyClick(sets(), Qt::Key_Tab);
     EXPECT_NE(QApplication::focusWidget(), sets());
   }
@@ -436,7 +434,8 @@ TEST_F(RunModal, OpensTheViewOfEachDialogClassWithEveryControlNamedAndEndsItWith
 TEST_F(UiTest, MessageBoxesAndFilePickersShowWhatTheyAreGivenAndGiveTheChoice) {
   QtDialogServices screen;  // the real boxes, not the recording ones
   std::vector<std::string> shown;
-  const auto record = [&](QMessageBox::StandardButton press) {
+  // Answers the box `show` opens by pressing `press` (Enter for none), recording what it showed.
+  const auto record = [&](QMessageBox::StandardButton press, const std::function<void()>& show) {
     whenDialogOpens<QMessageBox>([&, press](QMessageBox& box) {
       QStringList texts{box.text(), QString::number(box.icon())};
       for (QAbstractButton* button : box.buttons()) texts.append(button->text().remove('&'));
@@ -445,15 +444,14 @@ TEST_F(UiTest, MessageBoxesAndFilePickersShowWhatTheyAreGivenAndGiveTheChoice) {
       if (press != QMessageBox::NoButton) box.button(press)->click();
       else QTest::keyClick(&box, Qt::Key_Return);
     });
+    show();
   };
-  record(QMessageBox::Ok);
-  screen.showMessage(u"Falta el valor");
-  record(QMessageBox::Ok);
-  screen.showInformation(u"Copia guardada");
-  record(QMessageBox::Yes);
-  ASSERT_TRUE(runEditorSession([](DialogServices& editors) { EXPECT_TRUE(editors.askYesNo(u"¿Borrar?")); }));
-  record(QMessageBox::NoButton);
-  EXPECT_FALSE(screen.askYesNo(u"¿Borrar?"));
+  record(QMessageBox::Ok, [&] { screen.showMessage(u"Falta el valor"); });
+  record(QMessageBox::Ok, [&] { screen.showInformation(u"Copia guardada"); });
+  record(QMessageBox::Yes, [] {
+    EXPECT_TRUE(runEditorSession([](DialogServices& editors) { EXPECT_TRUE(editors.askYesNo(u"¿Borrar?")); }));
+  });
+  record(QMessageBox::NoButton, [&] { EXPECT_FALSE(screen.askYesNo(u"¿Borrar?")); });
   EXPECT_EQ(shown, (std::vector<std::string>{"Falta el valor | 2 | OK", "Copia guardada | 1 | OK",
                                              "¿Borrar? | 4 | Sí | No | default No",
                                              "¿Borrar? | 4 | Yes | No | default No"}));
