@@ -98,8 +98,8 @@ void listOperations(ScriptedServices& s, D dlg, ListViewState D::*list, std::u16
 TEST_F(EditorTest, ListsInsertEditAndDeleteThroughTheirNestedEditorsAndValueListsNeedAValue) {
   const char16_t* invalid = u"Debe de introducir un nombre válido";
   const auto properties = makeSet("S", {makeProperty("B"), makeProperty("D"), makeProperty("F")});
-  const auto quantities = makeQuantitySet("S", {makeQuantity("B"), makeQuantity("D"), makeQuantity("F")});
-  const std::vector qsets{makeQuantitySet("B"), makeQuantitySet("D"), makeQuantitySet("F")};
+  const auto quantities = makeSet("S", {makeQuantity("B"), makeQuantity("D"), makeQuantity("F")});
+  const auto qsets = namedRecords<CIfcQuantitySet>({"B", "D", "F"});
   listOperations(services, CPropertiesSetDlg(services, {makeSet("B"), makeSet("D"), makeSet("F")}, {}),
                  &CPropertiesSetDlg::sets, &CPropertiesOfSetDlg::nameText,
                  {0, true, true, false, true, u"Debe dar un nombre al conjunto",
@@ -304,7 +304,7 @@ TEST_F(EditorTest, CsvLinesBecomeSetsOfRealOrTextPropertiesAndSaveAsRecordsAHund
 // order; sets with nothing exported, or already assigned, are refused.
 TEST_F(EditorTest, QuantitySetsKeepTheirKindsAndAssignedQuantitiesTakeTheHostsValuesOnAxesAndSurfaces) {
   const auto kinds = namedRecords<CIfcType>({"IfcLengthMeasure", "IfcAreaMeasure"});
-  auto dlg = started(CPropertiesSetDlg(services, {makeQuantitySet("Muros")}, kinds,
+  auto dlg = started(CPropertiesSetDlg(services, namedRecords<CIfcQuantitySet>({"Muros"}), kinds,
                                        namedRecords<CIfcObject>({"Eje", "Superficie"})));
   services.expectDialog<CQuantitiesOfSetDlg>([this](CQuantitiesOfSetDlg& set) {
     set.nameText = u"Ejes";
@@ -316,7 +316,7 @@ TEST_F(EditorTest, QuantitySetsKeepTheirKindsAndAssignedQuantitiesTakeTheHostsVa
   dlg.insert();
   EXPECT_EQ(dlg.sets.rows.at(0), (Texts{u"Ejes", u"", u"Eje"}));
   EXPECT_EQ(dlg.quantitySets[0].quantities.at(0).measureType, AreaMeasure);
-  CIfcQuantitySet linked = makeQuantitySet("S", {makeQuantity("Rara", 3, 0, false)});
+  CIfcQuantitySet linked = makeSet("S", {makeQuantity("Rara", 3, 0, false)});
   setText(linked.typeZep, "Viejo");
   auto set = started(CQuantitiesOfSetDlg(services, kEditItem, linked, nullptr, kinds, {}));
   EXPECT_EQ(set.quantities.rows[0], (Texts{u"Rara", u"", u"", u"No"}));
@@ -330,8 +330,8 @@ TEST_F(EditorTest, QuantitySetsKeepTheirKindsAndAssignedQuantitiesTakeTheHostsVa
   outside.changeKind(0);  // without a name the kind is refused at once
   EXPECT_EQ(services.messages, Texts{u"Debe de introducir un nombre válido"});
   const std::vector definitions{
-      makeQuantitySet("Losas", {makeQuantity("Oculta", LengthMeasure, 1, false)}),
-      makeQuantitySet("Muros", {makeQuantity("A", AreaMeasure, 1), makeQuantity("B", AreaMeasure, 2, false),
+      makeSet("Losas", {makeQuantity("Oculta", LengthMeasure, 1, false)}),
+      makeSet("Muros", {makeQuantity("A", AreaMeasure, 1), makeQuantity("B", AreaMeasure, 2, false),
                                 makeQuantity("C", LengthMeasure, 3), makeQuantity("D", VolumeMeasure, 4.25)})};
   const double values[] = {10, 20, 30, 40};
   for (auto [kind, count, expected] : {std::tuple{"superficie", 2, Texts{u"Valor", u"10.000", u"20.000", u"4.250"}},

@@ -201,7 +201,7 @@ TEST_F(UiTest, ATypeMadeThroughThreeWindowsLandsInTheList) {
 // The set's linked element, and a quantity opened by a double click with its kind and export mark.
 TEST_F(UiTest, TheQuantityEditorsPassTheLinkedElementTheKindAndTheExportMark) {
   CIfcQuantitySet areas =
-      makeQuantitySet("Areas", {makeQuantity("Area", AreaMeasure), makeQuantity("Largo", LengthMeasure)});
+      makeSet("Areas", {makeQuantity("Area", AreaMeasure), makeQuantity("Largo", LengthMeasure)});
   setText(areas.typeZep, "superficie");
   CQuantitiesOfSetDlg logic(services, kEditItem, areas, nullptr,
                             namedRecords<CIfcType>({"IfcLengthMeasure", "IfcAreaMeasure", "IfcVolumeMeasure"}),
@@ -230,7 +230,7 @@ TEST_F(UiTest, TheQuantityEditorsPassTheLinkedElementTheKindAndTheExportMark) {
 TEST_F(UiTest, AssignmentEditorsInsertChooseAndRemoveSets) {
   const double hostValues[] = {10};
   CPropiedadesObjetosIFCDlg properties(services, {makeSet("Losas", {makeProperty("Canto")})}, {}, {});
-  CCuantificadoresObjetosIFCDlg quantities(services, {makeQuantitySet("Ejes", {makeQuantity("L", LengthMeasure)})}, {},
+  CCuantificadoresObjetosIFCDlg quantities(services, {makeSet("Ejes", {makeQuantity("L", LengthMeasure)})}, {},
                                            "Eje", hostValues, 1);
   PropertyAssignView propertyView(properties);
   QuantityAssignView quantityView(quantities);
