@@ -143,8 +143,7 @@ TEST_F(EditorTest, ListsInsertEditAndDeleteThroughTheirNestedEditorsAndValueList
 // changes the document's types.
 TEST_F(EditorTest, PropertyDataStoresTheDefaultByTypeAndEditsValueListsInTheirOwnEditor) {
   const char16_t* missing = u"Falta el valor por defecto";
-  for (auto [type, value, refusal, optional, text, number] :
-       {std::tuple{PropertyInteger, u"", missing, false, "", 0},
+  for (auto [type, value, refusal, optional, text, number] : {std::tuple{PropertyInteger, u"", missing, false, "", 0},
         {PropertyInteger, u"12abc", nullptr, false, "12abc", 12}, {PropertyReal, u"", nullptr, true, "", 0},
         {PropertyString, u"", nullptr, false, "", 0}, {PropertyBoolean, u"", nullptr, false, "", 1}}) {  // ticked
     SCOPED_TRACE(type);
@@ -323,9 +322,8 @@ TEST_F(EditorTest, QuantitySetsKeepTheirKindsAndAssignedQuantitiesTakeTheHostsVa
   set.ok();
   EXPECT_STREQ(set.set.typeZep, "");
   auto outside = started(CQuantityDataDlg(services, kEditItem, makeQuantity("Q", 7), nullptr, kinds));
-  EXPECT_EQ(outside.kinds.selected, -1);
   outside.ok();
-  EXPECT_EQ(outside.quantity.measureType, 7);
+  EXPECT_EQ(std::pair(outside.kinds.selected, outside.quantity.measureType), std::pair(-1, 7));
   outside.nameText.clear();
   outside.changeKind(0);  // without a name the kind is refused at once
   EXPECT_EQ(services.messages, Texts{u"Debe de introducir un nombre válido"});
@@ -433,16 +431,15 @@ class EntryPoints : public EditorTest {
   void okAndCancel(bool quantities, bool writesOnCancel, bool writesObject, Entry entry) {
     for (bool ok : {false, true}) {
       SCOPED_TRACE(std::string(typeid(D).name()) + (ok ? " OK" : " Cancel"));
-      fs::remove(object);
-      fs::remove(dir.file("defs.xml.bak"));
+      for (const std::string& stale : {object, dir.file("defs.xml.bak")}) fs::remove(stale);
       const std::string defs = quantities ? qsets() : psets(), before = readBytes(defs);
       services.expectDialog<D>([ok](D& d) { ok ? d.ok() : d.cancel(); });
       entry(defs.c_str());
       const bool written = ok || writesOnCancel;
-      EXPECT_EQ(fs::exists(defs + ".bak"), written);
-      EXPECT_EQ(readBytes(written ? defs + ".bak" : defs), before);
-      EXPECT_EQ(fs::exists(object), ok && writesObject);
-      EXPECT_EQ(MessageTable, nullptr);  // released on the way out
+      // The message table is released on the way out.
+      EXPECT_EQ(std::tuple(fs::exists(defs + ".bak"), readBytes(written ? defs + ".bak" : defs), fs::exists(object),
+                           MessageTable == nullptr),
+                std::tuple(written, before, ok && writesObject, true));
     }
   }
   std::string psets() {

@@ -200,8 +200,7 @@ TEST_F(UiTest, ATypeMadeThroughThreeWindowsLandsInTheList) {
 
 // The set's linked element, and a quantity opened by a double click with its kind and export mark.
 TEST_F(UiTest, TheQuantityEditorsPassTheLinkedElementTheKindAndTheExportMark) {
-  CIfcQuantitySet areas =
-      makeSet("Areas", {makeQuantity("Area", AreaMeasure), makeQuantity("Largo", LengthMeasure)});
+  CIfcQuantitySet areas = makeSet("Areas", {makeQuantity("Area", AreaMeasure), makeQuantity("Largo", LengthMeasure)});
   setText(areas.typeZep, "superficie");
   CQuantitiesOfSetDlg logic(services, kEditItem, areas, nullptr,
                             namedRecords<CIfcType>({"IfcLengthMeasure", "IfcAreaMeasure", "IfcVolumeMeasure"}),
@@ -253,7 +252,6 @@ TEST_F(UiTest, AssignmentEditorsInsertChooseAndRemoveSets) {
 
 class GridTest : public UiTest {
  protected:
-  QString cellText(int row, int column) { return grid()->cellIndex(row, column).data().toString(); }
   GridControl* grid() { return child<GridControl>(view, "grid"); }
   const char* value(int row) { return logic.assignedSets[0].properties[static_cast<std::size_t>(row - 1)].textValue; }
   // Starts the in-place edit of a cell as the F2 key does; the editor, or null when none opened.
@@ -299,7 +297,7 @@ TEST_F(GridTest, KeysEndAnInPlaceEditTheHeaderIsGreyAndADropDownTakesOnlyItsChoi
     QTest::keyClicks(editor, typed + (typing ? 1 : 0));
     QTest::keyClick(editor, key);
     settle();  // the grid is shown again once the editor has closed
-    EXPECT_EQ(cellText(2, 3), shown);
+    EXPECT_EQ(grid()->cellIndex(2, 3).data().toString(), shown);
     EXPECT_EQ(grid()->currentIndex(), grid()->cellIndex(rowAfter, 3));
     EXPECT_EQ(grid()->isAncestorOf(QApplication::focusWidget()) || QApplication::focusWidget() == grid(),
               key != Qt::Key_Tab);
@@ -324,7 +322,7 @@ TEST_F(GridTest, KeysEndAnInPlaceEditTheHeaderIsGreyAndADropDownTakesOnlyItsChoi
   }
   EXPECT_TRUE(grid()->cellIndex(1, 3).data(Qt::FontRole).isNull());
   EXPECT_FALSE(grid()->model()->setData(grid()->cellIndex(1, 0), "Otro", Qt::EditRole));
-  EXPECT_EQ(cellText(6, 3), "Eje.PK$ ");  // a line feed kept in a value shows on one line
+  EXPECT_EQ(grid()->cellIndex(6, 3).data().toString(), "Eje.PK$ ");  // a line feed kept in a value shows on one line
   whenDialogOpens<PropertyValueView>([&](PropertyValueView& chooser) {  // a reference changes only through it
     EXPECT_EQ(child<QLineEdit>(chooser, "valueEdit")->text(), "Eje.PK$\n");
     QTest::mouseClick(child<QRadioButton>(chooser, "literalRadio"), Qt::LeftButton);
@@ -480,9 +478,8 @@ TEST_F(UiTest, MessageBoxesAndFilePickersShowWhatTheyAreGivenAndGiveTheChoice) {
 // Offscreen no box may open (it would wait for ever): the message goes on to the sink that was
 // there before, and that sink comes back when the editors put it back.
 TEST_F(UiTest, OffscreenTheModelsMessagesGoWhereTheyWentBefore) {
-  EXPECT_TRUE(platformShowsWindows("xcb"));
-  for (const char* headless : {"offscreen", "minimal", "minimalegl", ""})
-    EXPECT_FALSE(platformShowsWindows(headless)) << headless;
+  for (auto [platform, shows] : {std::pair{"xcb", true}, {"offscreen", false}, {"minimalegl", false}, {"", false}})
+    EXPECT_EQ(platformShowsWindows(platform), shows) << platform;
   ASSERT_FALSE(canShowMessageBoxes());  // else the box below would wait for ever
   MessageRecorder recorder;
   const MessageSink previous = useMessageBoxes();
