@@ -25,19 +25,17 @@ using namespace orvane::test;
 
 namespace {
 
-class SetListView : public UiTest {
- protected:
-  CPropertiesSetDlg logic{
-      services, {makeSet("Losas"), makeSet("Muros", {makeProperty("Alto")}), makeSet("Ventanas")}, {}};
-  PropertiesSetView view{logic};
-  ReportList* sets() { return child<ReportList>(view, "sets"); }
-};
-
 // The host's captions, one row per set, in columns as wide as their texts and titles. A double click
 // edits the set, where either button's double click opens a property and its button the value lists,
 // and what was typed comes back to the list; Importar... reads the file picked. A click off the rows
-// chooses none; Ctrl+click adds rows to what "Guardar como..." records.
-TEST_F(SetListView, ShowsTheSetsAndTheMouseEditsImportsAndChoosesTheRowsToSave) {
+// chooses none; Ctrl+click adds rows to what "Guardar como..." records. The keys act on the first
+// row, reached with End then Home: Enter and F2 edit it, Insert inserts, Delete (answered yes) leaves
+// the same row selected; none ends the dialog, Tab leaves.
+TEST_F(UiTest, SetListShowsTheSetsAndTheMouseAndKeysEditImportAndChooseTheRowsToSave) {
+  CPropertiesSetDlg logic(services, {makeSet("Losas"), makeSet("Muros", {makeProperty("Alto")}), makeSet("Ventanas")},
+                          {});
+  PropertiesSetView view(logic);
+  const auto sets = [&view] { return child<ReportList>(view, "sets"); };
   const char* longText = "Propiedades comunes de los muros de carga y de cerramiento";
   setText(logic.propertySets[1].description, longText);
   TempDir dir;
@@ -63,6 +61,25 @@ TEST_F(SetListView, ShowsTheSetsAndTheMouseEditsImportsAndChoosesTheRowsToSave) 
   doubleClickRow(sets(), 1);
   click(view, "importButton");
   EXPECT_EQ(look(view, "sets"), "Nombre,Descripción: Losas,; Muros de carga,Cerramientos; Ventanas,; Puertas,");
+  services.answers = {true};
+  QApplication::setActiveWindow(&view);
+  // The key, the name the set editor opens with ("-" for none), the rows left.
+  for (auto [key, opened, rows] : {std::tuple{Qt::Key_Return, "Losas", 4}, {Qt::Key_F2, "Losas", 4},
+                                   {Qt::Key_Insert, "", 4}, {Qt::Key_Delete, "-", 3}}) {
+    SCOPED_TRACE(key);
+    sets()->setFocus();
+    QTest::keyClick(sets(), Qt::Key_End);
+    EXPECT_EQ(logic.currentRow, 3);
+    QTest::keyClick(sets(), Qt::Key_Home);
+    std::string name = "-";
+    if (key != Qt::Key_Delete)
+      whenDialogOpens<PropertiesOfSetView>([&](PropertiesOfSetView& set) { name = look(set, "nameEdit"); });
+    QTest::keyClick(sets(), key);
+    EXPECT_EQ(std::tuple(name, sets()->rowCount(), sets()->selectedRows(), logic.ended()),
+              std::tuple(opened, rows, std::vector<int>{0}, false));
+    QTest::keyClick(sets(), Qt::Key_Tab);
+    EXPECT_NE(QApplication::focusWidget(), sets());
+  }
   QTest::mouseClick(sets()->viewport(), Qt::LeftButton, {}, QPoint(5, sets()->viewport()->height() - 2));
   EXPECT_EQ(logic.currentRow, -1);
   clickRow(sets(), 0);
@@ -82,32 +99,7 @@ TEST_F(SetListView, ShowsTheSetsAndTheMouseEditsImportsAndChoosesTheRowsToSave) 
   setRutaMensajes("/nonexistent/messages.txt");
   open(view, logic);
   EXPECT_EQ(view.windowTitle().toStdString() + look(view, "insertButton sets"),
-            " | ,: Losas,; Muros de carga,Cerramientos; Ventanas,; Puertas,");
-}
-
-// The keys of a list, on the first row reached with End then Home: Enter and F2 edit it, Insert
-// inserts, Delete (answered yes) leaves the same row selected; none ends the dialog, Tab leaves.
-TEST_F(SetListView, KeysActOnTheRowReachedAndLeaveTheDialogOpen) {
-  services.answers = {true};
-  open(view, logic);
-  QApplication::setActiveWindow(&view);
-  // The key, the name the set editor opens with ("-" for none), the rows left.
-  for (auto [key, opened, rows] : {std::tuple{Qt::Key_Return, "Losas", 3}, {Qt::Key_F2, "Losas", 3},
-                                   {Qt::Key_Insert, "", 3}, {Qt::Key_Delete, "-", 2}}) {
-    SCOPED_TRACE(key);
-    sets()->setFocus();
-    QTest::keyClick(sets(), Qt::Key_End);
-    EXPECT_EQ(logic.currentRow, 2);
-    QTest::keyClick(sets(), Qt::Key_Home);
-    std::string name = "-";
-    if (key != Qt::Key_Delete)
-      whenDialogOpens<PropertiesOfSetView>([&](PropertiesOfSetView& set) { name = look(set, "nameEdit"); });
-    QTest::keyClick(sets(), key);
-    EXPECT_EQ(std::tuple(name, sets()->rowCount(), sets()->selectedRows(), logic.ended()),
-              std::tuple(opened, rows, std::vector<int>{0}, false));
-    QTest::keyClick(sets(), Qt::Key_Tab);
-    EXPECT_NE(QApplication::focusWidget(), sets());
-  }
+            " | ,: Muros de carga,Cerramientos; Ventanas,; Puertas,");
 }
 
 // The controls follow the type. A value list chosen opens it, on the value clicked; "..." opens the
