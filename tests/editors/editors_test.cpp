@@ -224,10 +224,7 @@ TEST_F(EditorTest, ASetsRowsShowItsPropertiesAndValueListsChangedBelowComeBackUp
   auto dlg = started(CPropertiesSetDlg(services, {makeSet("Muros")}, {makeEnum("Colores", {{1, "Rojo"}})}));
   services.expectDialog<CPropertiesOfSetDlg>([this](CPropertiesOfSetDlg& set) {
     set.nameText = u"Carpintería";
-    services.expectDialog<CListEnumsDlg>([](CListEnumsDlg& d) {
-      d.enums.push_back(makeEnum("Acabados", {{1, "L"}}));
-      d.ok();
-    });
+    services.expectDialog<CListEnumsDlg>([](auto& d) { d.enums.push_back(makeEnum("Acabados", {{1, "L"}})); d.ok(); });
     set.editEnums();
     EXPECT_STREQ(set.set.name, "Carpinter\xC3\xAD" "a");  // taken before the nested editor opened
     services.expectDialog<CPropertyDataDlg>([this](CPropertyDataDlg& p) {
@@ -381,9 +378,8 @@ TEST_F(EditorTest, PropertyAssignmentGridShowsEditsAndChoosesEachTypeAndInsertsA
   EXPECT_EQ(std::tuple(std::string(p[4].textValue), p[7].intValue, std::string(p[0].description)),
             std::tuple("2026", 5, ""));
   dlg.catalogue.groups = namedRecords<CZepGrupo>({"Eje"});
-  services.expectDialog<CPropiedadesObjetosValorIFCDlg>([](CPropiedadesObjetosValorIFCDlg& d) {
-    EXPECT_EQ(d.valueText, u"2.500");
-    EXPECT_EQ(d.groups.entries.size(), 1u);
+  services.expectDialog<CPropiedadesObjetosValorIFCDlg>([](auto& d) {
+    EXPECT_EQ(std::tuple(d.valueText, d.groups.entries.size()), std::tuple(u"2.500", 1u));
     d.ok();
   });
   for (auto [row, col] : {std::pair{2, 3}, {0, 3}, {3, 0}}) dlg.doubleClick(row, col);
@@ -399,10 +395,7 @@ TEST_F(EditorTest, PropertyAssignmentGridShowsEditsAndChoosesEachTypeAndInsertsA
     sets.ok();
   });
   list.insert();
-  services.expectDialog<CPropertiesSetDlg>([](CPropertiesSetDlg& sets) {
-    sets.selectRow(0);
-    sets.propertySets.pop_back();
-  });
+  services.expectDialog<CPropertiesSetDlg>([](auto& sets) { sets.selectRow(0); sets.propertySets.pop_back(); });
   list.insert();
   EXPECT_EQ(list.setDefinitions.size(), 3u);
   ASSERT_EQ(column(list.sets, 0), (Texts{u"losas", u"Muros", u"Aceras"}));
