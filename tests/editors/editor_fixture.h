@@ -7,6 +7,7 @@
 
 #include <cstring>
 #include <string>
+#include <type_traits>
 
 #include "editors/common/grid_model.h"
 #include "editors/common/messages.h"
@@ -66,10 +67,14 @@ inline CIfcPropertyName makeProperty(const char* name, int32_t type = PropertySt
   return p;
 }
 
-inline CIfcPropertySet makeSet(const char* name, std::vector<CIfcPropertyName> properties = {}) {
-  CIfcPropertySet set;
+// A set of the properties, or of the quantities, given (of properties when there are none).
+template <class Item = CIfcPropertyName>
+auto makeSet(const char* name, std::initializer_list<Item> items = {}) {
+  constexpr bool quantities = std::is_same_v<Item, CIfcQuantityName>;
+  std::conditional_t<quantities, CIfcQuantitySet, CIfcPropertySet> set;
   setText(set.name, name);
-  set.properties = std::move(properties);
+  if constexpr (quantities) set.quantities = items;
+  else set.properties = items;
   return set;
 }
 
@@ -104,13 +109,6 @@ inline CIfcQuantityName makeQuantity(const char* name, int32_t kind = AreaMeasur
   q.value = value;
   q.exported = exported;
   return q;
-}
-
-inline CIfcQuantitySet makeQuantitySet(const char* name, std::vector<CIfcQuantityName> quantities = {}) {
-  CIfcQuantitySet set;
-  setText(set.name, name);
-  set.quantities = std::move(quantities);
-  return set;
 }
 
 // Records of any kind that have just a name: quantity kinds, host elements.

@@ -12,19 +12,16 @@ namespace fs = std::filesystem;
 
 namespace {
 
-class EntryPointEndToEnd : public OffscreenTest {
- protected:
-  void SetUp() override {
-    OffscreenTest::SetUp();
-    for (const char* name : {"proyecto-psets.xml", "proyecto-qsets.xml", "mensajes.txt", "variables.txt"})
-      fs::copy_file(fs::path(ORVANE_SAMPLES_DIR) / name, dir.path() / name);
-  }
-  std::string file(const char* name) const { return dir.file(name); }
-  TempDir dir;
-};
+using EntryPointEndToEnd = OffscreenTest;
 
-TEST_F(EntryPointEndToEnd, ASetAddedThroughTheDialogsIsSavedWithABackup) {
-  const std::string document = file("proyecto-psets.xml"), original = readBytes(document);
+// A set added through the dialogs is saved, with a backup. The test entries open the user's own copy
+// of the installed samples, made on first use and kept afterwards. The quantity editors take no
+// message file: they show the one the host gave first.
+TEST_F(EntryPointEndToEnd, ASetAddedIsSavedWithABackupAndTheTestEntriesWorkOnTheUsersCopyOfTheSamples) {
+  TempDir dir;
+  for (const char* name : {"proyecto-psets.xml", "proyecto-qsets.xml", "mensajes.txt", "variables.txt"})
+    fs::copy_file(fs::path(ORVANE_SAMPLES_DIR) / name, dir.path() / name);
+  const std::string document = dir.file("proyecto-psets.xml"), original = readBytes(document);
   whenModalOpens("orvane::PropertiesSetView", [](QWidget& list) {
     EXPECT_EQ(list.windowTitle(), QStringLiteral("Conjunto de Propiedades"));  // from mensajes.txt
     whenModalOpens("orvane::PropertiesOfSetView", [](QWidget& set) {
@@ -34,26 +31,22 @@ TEST_F(EntryPointEndToEnd, ASetAddedThroughTheDialogsIsSavedWithABackup) {
     click(list, "insertButton");
     click(list, "okButton");
   });
-  PropertiesSet(document.c_str(), file("mensajes.txt").c_str(), file("variables.txt").c_str());
+  PropertiesSet(document.c_str(), dir.file("mensajes.txt").c_str(), dir.file("variables.txt").c_str());
   EXPECT_EQ(readBytes(document + ".bak"), original);
   CIfcProyectPSet saved;
   ASSERT_EQ(saved.lee(document.c_str()), 1);
   EXPECT_EQ(std::tuple(saved.propertySets.size(), std::string(saved.propertySets.at(0).name)),
             std::tuple(4u, "Pset_Carpinter\xC3\xAD" "a"));  // UTF-8, sorted first
-}
 
-// The test entries open the user's own copy of the installed samples, made on first use and kept
-// afterwards. The quantity editors take no message file: they show the one the host gave first.
-TEST_F(EntryPointEndToEnd, TheTestEntriesWorkOnTheUsersCopyOfTheSamples) {
   const fs::path copy = dir.path() / "home" / "orvane" / "samples";
   qputenv("ORVANE_SAMPLES", dir.path().string().c_str());  // the test's copies are the installed samples
   qputenv("XDG_DATA_HOME", (dir.path() / "home").string().c_str());
   whenModalOpens("orvane::PropertiesSetView", [](QWidget& list) { click(list, "cancelButton"); });
   prueba();
   for (const char* name : {"proyecto-psets.xml", "proyecto-qsets.xml", "mensajes.txt"})
-    EXPECT_EQ(readBytes((copy / name).string()), readBytes(file(name))) << name;
+    EXPECT_EQ(readBytes((copy / name).string()), readBytes(dir.file(name))) << name;
   fs::resize_file(copy / "mensajes.txt", 0);  // the user's own change, which the next entry keeps
-  fijaRutaMensajes(file("mensajes.txt").c_str());
+  fijaRutaMensajes(dir.file("mensajes.txt").c_str());
   QString insert;
   whenModalOpens("orvane::PropertiesSetView",  // left open, so cancelled
                  [&](QWidget& list) { insert = child<QAbstractButton>(list, "insertButton")->text().remove('&'); });
