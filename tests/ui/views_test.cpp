@@ -36,7 +36,8 @@ TEST_F(UiTest, SetListShowsTheSetsAndTheMouseAndKeysEditImportAndChooseTheRowsTo
                           {});
   PropertiesSetView view(logic);
   const auto sets = [&view] { return child<ReportList>(view, "sets"); };
-  const char* longText = "Propiedades comunes de los muros de carga y de cerramiento";
+  // Wider than the list, so that the last column must keep what its contents need.
+  const char* longText = "Propiedades comunes de los muros de carga y de cerramiento de la fachada ventilada norte";
   setText(logic.propertySets[1].description, longText);
   TempDir dir;
   const std::string csv = dir.write("importar.csv", "Puertas;Ancho;Ancho de paso;Real;0.9\n");
