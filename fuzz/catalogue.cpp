@@ -1,4 +1,5 @@
-// The host variable catalogue reader, and references to every variable it read resolved back.
+// The host variable catalogue reader on any file opened as the editors open it, and references to
+// every variable it read resolved back.
 #include "editors/assign/host_variable.h"
 #include "fuzz/document_checks.h"
 

@@ -164,7 +164,7 @@ TEST_F(HostFiles, ReadersRefuseDegenerateInputsAndStopAtErrors) {
                                     {dir.path().string(), kMaxMessageFileBytes}, {dir.file("missing"), 1000},
                                     {twoLines, 7}})
     EXPECT_EQ(HostTextFile(path.c_str(), bound).stream(), nullptr) << path;
-  EXPECT_STREQ(readTextLine(buffer, sizeof buffer, streams_.back().get()) ? "a line" : buffer, "abc");  // kept
+  EXPECT_STREQ(readTextLine(buffer, sizeof buffer, streams_.back().get()) ? "a line" : buffer, "abc");  // buffer kept
   EXPECT_EQ(CConjuntoVariableZep().leeFichero(streams_.back().get()), 0);
   ::alarm(0);
 }

@@ -36,7 +36,7 @@ std::string readBytes(const fs::path& path) {
 }
 
 std::string writeBytes(const fs::path& path, std::string_view bytes) {
-  std::ofstream(path, std::ios::binary | std::ios::trunc).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));  // truncated
   return path.string();
 }
 
