@@ -1,4 +1,5 @@
-// The host variable catalogue reader, and references to every variable it read resolved back.
+// The host variable catalogue reader on any file opened as the editors open it, and references to
+// every variable it read resolved back.
 #include "editors/assign/host_variable.h"
 #include "fuzz/document_checks.h"
 
@@ -32,11 +33,9 @@ void checkReference(const CConjuntoVariableZep& catalogue, const CZepGrupo& grou
 }  // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
-  std::FILE* stream = openBytes(data, size);
-  if (stream == nullptr) return 0;
+  const std::string path = writeScratchFile("catalogue.txt", {reinterpret_cast<const char*>(data), size});
   CConjuntoVariableZep catalogue;
-  const int result = catalogue.leeFichero(stream);
-  std::fclose(stream);
+  const int result = catalogue.leeFichero(HostTextFile(path.c_str(), kMaxCatalogueBytes).stream());
   check(result == (catalogue.groups.empty() ? 0 : 1), "leeFichero gives 1 exactly when it has groups");
   for (const CZepGrupo& group : catalogue.groups) {
     check(terminated(group.name) && group.name[0] != '\0' && !std::strchr(group.name, ';'),

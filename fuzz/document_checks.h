@@ -8,6 +8,7 @@
 #include <cstdlib>
 #include <cstring>
 
+#include "editors/common/line_reader.h"
 #include "model/message_sink.h"
 #include "model/names.h"
 #include "model/text.h"
@@ -41,17 +42,9 @@ inline std::string scratchPath(const char* name) {
 }
 
 inline std::string writeScratchFile(const char* name, std::string_view bytes) {
-  const std::string path = scratchPath(name);
-  test::writeBytes(path, bytes);
+  const std::string path = test::writeBytes(scratchPath(name), bytes);
   check(test::readBytes(path) == bytes, "the input could not be written to the scratch folder");
   return path;
-}
-
-// The input as a read-only stream for the host's text-file parsers (fmemopen wants a buffer even
-// for no bytes); the caller closes it.
-inline std::FILE* openBytes(const uint8_t* data, size_t size) {
-  static char none[1];
-  return ::fmemopen(size > 0 ? const_cast<uint8_t*>(data) : reinterpret_cast<uint8_t*>(none), size, "r");
 }
 
 // `loaded`: lee returned 1, so the lists are sorted.

@@ -7,6 +7,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <memory>
+
 #include "editors/assign/host_variable.h"
 #include "editors/common/line_reader.h"
 #include "editors/common/messages.h"
@@ -40,16 +42,12 @@ class HostFiles : public ::testing::Test {
     descargaMensajes();
     setRutaMensajes(messageFile.c_str());
   }
-  void TearDown() override {
-    descargaMensajes();
-    for (std::FILE* stream : streams_) std::fclose(stream);
-  }
+  void TearDown() override { descargaMensajes(); }
   // A stream over a new file holding `bytes`, closed when the test ends.
   std::FILE* open(std::string_view bytes) {
-    std::FILE* stream = std::fopen(dir.write(std::to_string(streams_.size()), bytes).c_str(), "r");
-    EXPECT_NE(stream, nullptr);
-    if (stream != nullptr) streams_.push_back(stream);
-    return stream;
+    streams_.emplace_back(std::fopen(dir.write(std::to_string(streams_.size()), bytes).c_str(), "r"), std::fclose);
+    EXPECT_NE(streams_.back(), nullptr);
+    return streams_.back().get();
   }
   void write(std::string_view bytes) const { test::writeBytes(messageFile, bytes); }
   // Each read in a buffer of `size` gives one line with a single line feed, or kNone: the read fails
@@ -86,7 +84,7 @@ class HostFiles : public ::testing::Test {
     return rows;
   }
   // The texts found for the keys, "-" for none, each followed by "|"; then the table as it is left.
-  static std::string lookup(std::initializer_list<std::pair<int32_t, int32_t>> keys) {
+  static std::string lookup(const std::vector<std::pair<int32_t, int32_t>>& keys) {
     std::string out;
     for (const auto& [group, id] : keys) out += std::string(getMensaje(group, id) ? getMensaje(group, id) : "-") + "|";
     return out + std::to_string(numMensajes) + (MessageTable == nullptr ? " rows, no table" : " rows");
@@ -94,7 +92,7 @@ class HostFiles : public ::testing::Test {
 
   test::TempDir dir;
   const std::string messageFile = dir.file("mensajes.txt");
-  std::vector<std::FILE*> streams_;
+  std::vector<std::unique_ptr<std::FILE, int (*)(std::FILE*)>> streams_;
 };
 
 }  // namespace
@@ -156,21 +154,18 @@ TEST_F(HostFiles, ReadersRefuseDegenerateInputsAndStopAtErrors) {
   EXPECT_EQ(CConjuntoVariableZep().leeFichero(nullptr), 0);
   ASSERT_EQ(::mkfifo(dir.file("pipe").c_str(), 0600), 0);
   const std::string twoLines = dir.write("two-lines", "A;x\r\nB;y");
-  const HostTextFile file(twoLines.c_str(), 8);  // reads as the file would, text-mode line ends included
-  EXPECT_EQ(reads(file.stream()), (Lines{"A;x\n", "B;y$"}));
-  std::FILE* folder = std::fopen(dir.path().c_str(), "r");
-  ASSERT_NE(folder, nullptr) << "this system does not open folders as files";
-  streams_.push_back(folder);
+  // Read as the file would be, text-mode line ends included.
+  EXPECT_EQ(reads(HostTextFile(twoLines.c_str(), 8).stream()), (Lines{"A;x\n", "B;y$"}));
+  streams_.emplace_back(std::fopen(dir.path().c_str(), "r"), std::fclose);
+  ASSERT_NE(streams_.back(), nullptr) << "this system does not open folders as files";
   ::alarm(20);
   for (const auto& [path, bound] : {std::pair<std::string, std::size_t>{dir.file("pipe"), kMaxCatalogueBytes},
                                     {"/dev/zero", kMaxCsvBytes}, {"/dev/urandom", kMaxMessageFileBytes},
                                     {dir.path().string(), kMaxMessageFileBytes}, {dir.file("missing"), 1000},
                                     {twoLines, 7}})
     EXPECT_EQ(HostTextFile(path.c_str(), bound).stream(), nullptr) << path;
-  EXPECT_EQ(readTextLine(buffer, sizeof buffer, folder), nullptr);
-  EXPECT_TRUE(std::ferror(folder));
-  EXPECT_STREQ(buffer, "abc");
-  EXPECT_EQ(CConjuntoVariableZep().leeFichero(folder), 0);
+  EXPECT_STREQ(readTextLine(buffer, sizeof buffer, streams_.back().get()) ? "a line" : buffer, "abc");  // buffer kept
+  EXPECT_EQ(CConjuntoVariableZep().leeFichero(streams_.back().get()), 0);
   ::alarm(0);
 }
 
@@ -253,31 +248,27 @@ TEST_F(HostFiles, CatalogueAppendsIndexesCopiesAndResolvesReferences) {
 // rows until it passes its key, so a row out of order hides the rows after it.
 TEST_F(HostFiles, MessageTableLoadsOnDemandIsSearchedInOrderAndDecodedForTheEditors) {
   EXPECT_EQ(lookup({{3, 4}}), "-|0 rows, no table");
-  EXPECT_EQ(textoMensaje(3, 4), u"");
   write("3,10,\"Descripci\xF3n\"\r\n4,5,\"Unidad \xBA" "C \x80\"\r\n");  // the host puts it in place later
   EXPECT_EQ(textoMensaje(3, 10) + u"|" + textoMensaje(4, 5) + u"|" + textoMensaje(4, 6), u"Descripción|Unidad ºC €|");
-  liberaMensajes();
-  EXPECT_EQ(lookup({}), "0 rows, no table");
-  write("3,5,\"OK\"\n");
-  EXPECT_EQ(lookup({{3, 5}, {3, 10}}), "OK|-|1 rows");
-  write("3,6,\"Otro\"\n");
-  cargaMensajes();
-  EXPECT_EQ(lookup({{3, 5}, {3, 6}}), "-|Otro|1 rows");
-  std::remove(messageFile.c_str());
-  cargaMensajes();
-  EXPECT_EQ(lookup({{3, 6}}), "Otro|1 rows");
-  write("3,3,\"Ins\"\n3,4,\"B\"\n3,9,\"Ed\"\n");
-  cargaMensajes();
-  EXPECT_EQ(lookup({{3, 4}, {3, 3}, {3, 9}, {3, 5}, {2, 1}, {3, 10}, {4, 1}}), "B|Ins|Ed|-|-|-|-|3 rows");
-  write("3,9,\"Ed\"\n3,4,\"Borrar\"\n2,1,\"Antes\"\n");
-  cargaMensajes();
-  EXPECT_EQ(lookup({{3, 9}, {3, 4}, {2, 1}}), "Ed|-|-|3 rows");
-  descargaMensajes();
-  write("");
-  EXPECT_EQ(lookup({{3, 4}}), "-|0 rows");
-  liberaMensajes();
-  write("3,4,\"Borrar\"\n");
-  EXPECT_EQ(lookup({{3, 4}}), "-|0 rows");
+  // The file's new bytes (null: as it was), then the call, the keys looked up and what they find.
+  const char kRemoved[] = "removed";
+  const std::tuple<const char*, void (*)(), std::vector<std::pair<int32_t, int32_t>>, std::string> steps[] = {
+      {nullptr, liberaMensajes, {}, "0 rows, no table"},
+      {"3,5,\"OK\"\n", nullptr, {{3, 5}, {3, 10}}, "OK|-|1 rows"},
+      {"3,6,\"Otro\"\n", cargaMensajes, {{3, 5}, {3, 6}}, "-|Otro|1 rows"},
+      {kRemoved, cargaMensajes, {{3, 6}}, "Otro|1 rows"},
+      {"3,3,\"Ins\"\n3,4,\"B\"\n3,9,\"Ed\"\n", cargaMensajes, {{3, 4}, {3, 3}, {3, 9}, {3, 5}, {2, 1}, {3, 10}, {4, 1}},
+       "B|Ins|Ed|-|-|-|-|3 rows"},
+      {"3,9,\"Ed\"\n3,4,\"Borrar\"\n2,1,\"Antes\"\n", cargaMensajes, {{3, 9}, {3, 4}, {2, 1}}, "Ed|-|-|3 rows"},
+      {"", descargaMensajes, {{3, 4}}, "-|0 rows"},
+      {"3,4,\"Borrar\"\n", liberaMensajes, {{3, 4}}, "-|0 rows"},
+  };
+  for (const auto& [bytes, call, keys, found] : steps) {
+    if (bytes == kRemoved) std::remove(messageFile.c_str());
+    else if (bytes != nullptr) write(bytes);
+    if (call != nullptr) call();
+    EXPECT_EQ(lookup(keys), found) << (bytes != nullptr ? bytes : "kept");
+  }
   const std::string longPath = "/" + std::string(700, 'p');
   setRutaMensajes(longPath.c_str());
   EXPECT_EQ(rutaMensajes, longPath.substr(0, 511));

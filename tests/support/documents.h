@@ -57,13 +57,11 @@ Document load(const TempDir& dir, std::string_view xml, int* result = nullptr) {
   return document;
 }
 
-// Saves `document` and reads it back into a fresh one.
+// Saves `document` to round.xml and reads the file back into a fresh one.
 template <class Document>
 Document roundTrip(const TempDir& dir, Document& document) {
   document.graba(dir.file("round.xml").c_str());
-  Document again;
-  again.lee(dir.file("round.xml").c_str());
-  return again;
+  return load<Document>(dir, readBytes(dir.file("round.xml")));
 }
 
 }  // namespace orvane::test

@@ -30,7 +30,7 @@ struct ScriptedAnswers {
     return next(pickedFiles, "file picker");
   }
 
- private:
+ protected:
   // The queue's first answer; No, or no file, when nobody queued one.
   template <class T>
   static T next(std::deque<T>& queue, const char* asked) {

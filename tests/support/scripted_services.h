@@ -4,7 +4,7 @@
 #define ORVANE_TESTS_SCRIPTED_SERVICES_H
 
 #include <functional>
-#include <typeindex>
+#include <typeinfo>
 
 #include "support/scripted_answers.h"
 
@@ -16,7 +16,7 @@ class ScriptedServices : public DialogServices, public ScriptedAnswers {
   // does not end the dialog leaves it as if closed (Cancel).
   template <class D>
   void expectDialog(std::function<void(D&)> script) {
-    scripts_.emplace_back(typeid(D), [script](Dialog& dialog) { script(static_cast<D&>(dialog)); });
+    scripts_.emplace_back(&typeid(D), [script](Dialog& dialog) { script(static_cast<D&>(dialog)); });
   }
   bool allScriptsPlayed() const { return scripts_.empty(); }
 
@@ -26,19 +26,16 @@ class ScriptedServices : public DialogServices, public ScriptedAnswers {
   std::optional<std::u16string> pickFileToSave(const FilePickerOptions& options) override { return nextFile(options); }
   int runModal(Dialog& dialog) override {
     dialog.start();
-    const bool scripted = !scripts_.empty() && scripts_.front().first == typeid(dialog);
-    EXPECT_TRUE(scripted) << "no script for the dialog " << typeid(dialog).name();
-    if (scripted) {
-      const auto script = std::move(scripts_.front());
-      scripts_.pop_front();
-      script.second(dialog);
-    }
+    const auto [type, script] = next(scripts_, "dialog");
+    const bool scripted = type != nullptr && *type == typeid(dialog);
+    EXPECT_TRUE(type == nullptr || scripted) << "the next script is not for the dialog " << typeid(dialog).name();
+    if (scripted) script(dialog);
     if (!dialog.ended()) dialog.cancel();
     return dialog.result();
   }
 
  private:
-  std::deque<std::pair<std::type_index, std::function<void(Dialog&)>>> scripts_;
+  std::deque<std::pair<const std::type_info*, std::function<void(Dialog&)>>> scripts_;
 };
 
 }  // namespace orvane::test

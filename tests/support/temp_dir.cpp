@@ -30,19 +30,14 @@ std::set<std::string> TempDir::names() const {
   return found;
 }
 
-std::string TempDir::write(std::string_view name, std::string_view bytes) const {
-  writeBytes(file(name), bytes);
-  return file(name);
-}
-
 std::string readBytes(const fs::path& path) {
   std::ifstream in(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>()};
 }
 
-void writeBytes(const fs::path& path, std::string_view bytes) {
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+std::string writeBytes(const fs::path& path, std::string_view bytes) {
+  std::ofstream(path, std::ios::binary).write(bytes.data(), static_cast<std::streamsize>(bytes.size()));  // truncated
+  return path.string();
 }
 
 }  // namespace orvane::test

@@ -9,6 +9,10 @@
 
 namespace orvane::test {
 
+// Whole-file helpers for checking what the library wrote; writeBytes gives the path it wrote.
+std::string readBytes(const std::filesystem::path& path);
+std::string writeBytes(const std::filesystem::path& path, std::string_view bytes);
+
 class TempDir {
  public:
   // kMemory puts the folder in /dev/shm where the system has one, for tests that save thousands of
@@ -23,17 +27,13 @@ class TempDir {
   // The full path of `name` inside the folder, as the narrow text the library takes.
   std::string file(std::string_view name) const { return (path_ / name).string(); }
   // Writes `bytes` to `name` in the folder and gives the file's path.
-  std::string write(std::string_view name, std::string_view bytes) const;
+  std::string write(std::string_view name, std::string_view bytes) const { return writeBytes(file(name), bytes); }
   // The names of the entries in the folder.
   std::set<std::string> names() const;
 
  private:
   std::filesystem::path path_;
 };
-
-// Whole-file helpers for checking what the library wrote.
-std::string readBytes(const std::filesystem::path& path);
-void writeBytes(const std::filesystem::path& path, std::string_view bytes);
 
 }  // namespace orvane::test
 
