@@ -397,6 +397,8 @@ TYPED_TEST(FileCallsFailing, ShortInterruptedAndNamedTemporaryWritesComplete) {
     EXPECT_EQ(this->newDocument.graba(this->path.c_str()), 1);
     EXPECT_EQ(readBytes(this->path), this->newBytes);
     EXPECT_EQ(readBytes(this->backup), this->oldBytes);
+    std::string whole;  // and a whole-file read through the same calls
+    EXPECT_TRUE(orvane::readFile(this->path.c_str(), whole) && whole == this->newBytes);
     EXPECT_EQ(this->dir.names(), (std::set<std::string>{"doc.xml", "doc.xml.bak"}));
     EXPECT_EQ(std::any_of(faults.calls.begin(), faults.calls.end(), [](const std::string& call) {
       return std::regex_search(call, std::regex("^open .*/\\.doc\\.xml\\.[0-9]+-[0-9]+\\.tmp$"));
