@@ -19,7 +19,8 @@ using EntryPointEndToEnd = OffscreenTest;
 // message file: they show the one the host gave first.
 TEST_F(EntryPointEndToEnd, ASetAddedIsSavedWithABackupAndTheTestEntriesWorkOnTheUsersCopyOfTheSamples) {
   TempDir dir;
-  for (const char* name : {"proyecto-psets.xml", "proyecto-qsets.xml", "mensajes.txt", "variables.txt"})
+  for (const char* name :
+       {"proyecto-psets.xml", "proyecto-qsets.xml", "mensajes.txt", "variables.txt", "objeto-psets.xml"})
     fs::copy_file(fs::path(ORVANE_SAMPLES_DIR) / name, dir.path() / name);
   const std::string document = dir.file("proyecto-psets.xml"), original = readBytes(document);
   whenModalOpens("orvane::PropertiesSetView", [](QWidget& list) {
@@ -37,6 +38,11 @@ TEST_F(EntryPointEndToEnd, ASetAddedIsSavedWithABackupAndTheTestEntriesWorkOnThe
   ASSERT_EQ(saved.lee(document.c_str()), 1);
   EXPECT_EQ(std::tuple(saved.propertySets.size(), std::string(saved.propertySets.at(0).name)),
             std::tuple(4u, "Pset_Carpinter\xC3\xAD" "a"));  // UTF-8, sorted first
+  // The assignment editor opens on the document it read; cancelled, it writes nothing.
+  const std::string object = dir.file("objeto-psets.xml"), objectBytes = readBytes(object);
+  whenModalOpens("orvane::PropertyAssignView", [](QWidget&) {});
+  EXPECT_TRUE(asignarPropiedades(document.c_str(), object.c_str(), dir.file("mensajes.txt").c_str(), nullptr));
+  EXPECT_EQ(std::tuple(readBytes(object), fs::exists(object + ".bak")), std::tuple(objectBytes, false));
 
   const fs::path copy = dir.path() / "home" / "orvane" / "samples";
   qputenv("ORVANE_SAMPLES", dir.path().string().c_str());  // the test's copies are the installed samples
